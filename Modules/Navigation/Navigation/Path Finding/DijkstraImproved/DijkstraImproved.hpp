@@ -1,0 +1,163 @@
+#pragma once
+
+/// The path finder of the routing tasks: the cheapest way from one of several start points to the
+/// nearest of several destinations.
+///
+/// The search corrects labels in waves: each wave relaxes the outgoing edges of the points that the
+/// wave before improved, until no label improves any more. It does not stop at the first
+/// destination it reaches and prunes nothing, so with costs that are not negative the answer is
+/// exact. An edge costs multiplicator() * distance(). Of two ways of equal cost the earlier found
+/// one stays.
+///
+///   DijkstraImproved finder(configDependents);
+///   finder.setLookForBarrierFreeRoute(true);
+///   auto way = finder.findPathInGraph(graph, {a, b}, {2.0, 3.5}, {shop}, true);
+///   if (!way.empty()) use(way, finder.destination());
+///
+/// A destination is never passed through, so a start point that is a destination leads nowhere: it
+/// is not expanded, and a way of no edge is not found.
+///
+/// Points and labels. Labels belong to point objects: two equal points (KRVNavPoint::isEqual) that
+/// are different objects have a label each. "Is a destination" and "is already waiting for the next
+/// wave" go by point equality.
+///
+/// A finder keeps its labels and its best path when a search ends. One that is to search again is
+/// given restart() first; otherwise the next search goes on from the old labels.
+///
+/// Cost: every relaxation takes constant time and, if it improves a label, constant memory; ways
+/// are spelled out only when they are asked for.
+///
+/// Ownership: the finder keeps the points it has seen alive until restart(). The configuration
+/// bundle is referred to weakly.
+///
+/// Thread safety: interrupt(), setInterrupted() and interrupted() may be called from any thread,
+/// also during a search, which then ends at most one relaxation later. Everything else belongs to
+/// the thread that searches.
+
+#include <atomic>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include "Common/Benchmark.hpp"
+#include "Navigation/Path Finding/DijkstraImproved/PointSet.hpp"
+#include "Navigation/Path Finding/KRVNavPathFinder.hpp"
+#include "Platform/Export.hpp"
+
+namespace KorvaniNavigation {
+
+class ConfigDependents;
+class KRVNavEdge;
+
+class KORVANI_API DijkstraImproved : public KRVNavPathFinder {
+ public:
+  using Points = std::vector<std::shared_ptr<KRVNavPoint>>;
+
+  /// A way from a start point to the point that it reaches, both included, and what it costs: the
+  /// start's distance and its edges' costs, in metres.
+  struct Path {
+    Points nodes;
+    double distance = 0;
+  };
+
+  /// A finder for the tasks of one configuration; nothing searched yet, both flags off.
+  explicit DijkstraImproved(std::weak_ptr<ConfigDependents> configDependents);
+
+  /// Not to be used: a finder belongs to a configuration. Fatal error "Should not use".
+  DijkstraImproved();
+
+  ~DijkstraImproved() override;
+  DijkstraImproved(const DijkstraImproved&) = delete;
+  DijkstraImproved& operator=(const DijkstraImproved&) = delete;
+
+  /// The search (see the class). `withIntersectionDistances` must be at least as long as
+  /// `fromIntersections`: a shorter one is a fatal error. A start point that is listed twice counts
+  /// with its later distance. The argument `lookForBarrierFreeRoute` is ignored; the property of
+  /// that name decides. Returns an empty list when no destination is reached, when no start point
+  /// is given, and when the search is interrupted; destination() is absent then.
+  Points findPathInGraph(const std::shared_ptr<KRVNavGraph>& graph, const Points& fromIntersections,
+                         const std::vector<double>& withIntersectionDistances,
+                         const Points& toDestinationNodes, bool lookForBarrierFreeRoute) override;
+
+  /// One wave: relaxes the outgoing edges of the points in nodesToCheck() and makes the points that
+  /// it improved the next ones. An interrupted wave forgets the best path and leaves no points.
+  /// The edges are those of the points themselves; the graph is not used.
+  void iteration(const std::shared_ptr<KRVNavGraph>& with);
+
+  /// Whether `node` equals one of the destinations of the latest search.
+  bool isDestination(const KRVNavPoint& node) const;
+
+  /// Sets interrupted() and does nothing else.
+  void interrupt() override;
+
+  /// Clears interrupted(), every label, the waiting points and the best path. Destinations,
+  /// destination() and lookForBarrierFreeRoute() stay as they are.
+  void restart() override;
+
+  /// Whether edges that are not barrier-free are ignored; off at first.
+  bool lookForBarrierFreeRoute() const { return lookForBarrierFreeRoute_; }
+  void setLookForBarrierFreeRoute(bool look) { lookForBarrierFreeRoute_ = look; }
+
+  /// Whether searches give up.
+  bool interrupted() const { return interrupted_.load(); }
+  void setInterrupted(bool interrupted) { interrupted_.store(interrupted); }
+
+  /// The destination that the latest search reached; absent when it reached none.
+  std::shared_ptr<KRVNavPoint> destination() const { return destination_; }
+  void setDestination(std::shared_ptr<KRVNavPoint> destination);
+
+  /// The cheapest way to a destination so far; absent when there is none.
+  std::optional<Path> bestPath() const;
+
+  /// The best way so far to that point object; absent when it was not reached.
+  std::optional<Path> pathTo(const KRVNavPoint& point) const;
+
+  /// The points whose edges the next wave relaxes, in that order.
+  const Points& nodesToCheck() const { return nodesToCheck_; }
+
+  /// The destinations of the latest search.
+  const Points& destinationNodes() const { return destinationNodes_; }
+
+  /// The stop-watch of the latest search, running since it began; absent before the first one.
+  const std::optional<KorvaniCommon::Benchmark>& benchmark() const { return benchmark_; }
+
+  std::weak_ptr<ConfigDependents> configDependents() const { return configDependents_; }
+
+ private:
+  using PathIndex = std::size_t;
+  struct Wave;
+
+  /// A path is kept as its last point and the path it prolongs. Entries never change, so that a
+  /// label that improves later leaves the ways through it as they were.
+  struct PathEnd {
+    std::shared_ptr<KRVNavPoint> node;
+    std::optional<PathIndex> before;
+    double distance;
+  };
+
+  void setTargets(const Points& destinationNodes);
+  void addStart(const std::shared_ptr<KRVNavPoint>& point, double distance);
+  void runWaves(const std::shared_ptr<KRVNavGraph>& graph);
+  void giveUp();
+  void expand(const KRVNavPoint& point, Wave& next);
+  void relax(const KRVNavPoint& point, const KRVNavEdge& edge, Wave& next);
+  PathIndex appendPath(PathEnd path);
+  std::optional<PathIndex> find(const KRVNavPoint& point) const;
+  Path spelledOut(PathIndex index) const;
+
+  std::weak_ptr<ConfigDependents> configDependents_;
+  std::vector<PathEnd> paths_;
+  std::unordered_map<const KRVNavPoint*, PathIndex> pathStore_;
+  Points nodesToCheck_;
+  Points destinationNodes_;
+  PointSet destinationSet_;
+  bool lookForBarrierFreeRoute_ = false;
+  std::atomic<bool> interrupted_{false};
+  std::shared_ptr<KRVNavPoint> destination_;
+  std::optional<PathIndex> bestPath_;
+  std::optional<KorvaniCommon::Benchmark> benchmark_;
+};
+
+}  // namespace KorvaniNavigation
