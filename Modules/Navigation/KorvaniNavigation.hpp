@@ -1,0 +1,47 @@
+#pragma once
+
+/// Everything a host needs: include this header, link `KorvaniNavigation::KorvaniNavigation`.
+///
+/// The tour: fill a `KRVNavGraph` with regions, points, edges and obstacles; hand it to
+/// `Navigation::sharedInstance()` and post `NavigationGraphCreatedNotification`; have the facade
+/// make a task, run it, and keep the main queue running, on which handlers are called.
+
+#include "Common/CommonModule.hpp"
+#include "Common/Logging.hpp"
+#include "Navigation/API/Config.hpp"
+#include "Navigation/API/ConfigDependents.hpp"
+#include "Navigation/API/Constants.hpp"
+#include "Navigation/API/KRVNavigationConfigItem.hpp"
+#include "Navigation/API/Navigation.hpp"
+#include "Navigation/API/NavigationObjCWrapper.hpp"
+#include "Navigation/API/Tasks/IntersectionTask.hpp"
+#include "Navigation/API/Tasks/RoutingTask.hpp"
+#include "Navigation/API/Tasks/RoutingUpdateTask.hpp"
+#include "Navigation/API/Tasks/Tasks/Task.hpp"
+#include "Navigation/Directions/Directions.hpp"
+#include "Navigation/Directions/DirectionsHelpers.hpp"
+#include "Navigation/Directions/TurnByTurnDirectionCalculator.hpp"
+#include "Navigation/Graph/KRVNavEdge.hpp"
+#include "Navigation/Graph/KRVNavGraph.hpp"
+#include "Navigation/Graph/KRVNavObstacle.hpp"
+#include "Navigation/Graph/KRVNavPoint.hpp"
+#include "Navigation/Graph/KRVNavRegion.hpp"
+#include "Navigation/Localisation/EdgeIntersection.hpp"
+#include "Navigation/Localisation/Intersection.hpp"
+#include "Navigation/Localisation/IntersectionFinder.hpp"
+#include "Navigation/Localisation/RegionFinder.hpp"
+#include "Navigation/Obstacles/ObstacleDetector.hpp"
+#include "Navigation/Path Finding/DijkstraImproved/DijkstraImproved.hpp"
+#include "Navigation/Path Finding/KRVNavPathFinder.hpp"
+#include "Navigation/Routing/Route.hpp"
+#include "Navigation/Routing/Step.hpp"
+#include "Platform/Clock.hpp"
+#include "Platform/FatalError.hpp"
+#include "Platform/GlobalQueue.hpp"
+#include "Platform/Location.hpp"
+#include "Platform/MainQueue.hpp"
+#include "Platform/ManualClock.hpp"
+#include "Platform/MapPoint.hpp"
+#include "Platform/NotificationCenter.hpp"
+#include "Platform/UUID.hpp"
+#include "Platform/Value.hpp"

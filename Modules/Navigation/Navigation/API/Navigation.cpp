@@ -1,0 +1,149 @@
+#include "Navigation/API/Navigation.hpp"
+
+#include <utility>
+
+#include "Common/Logging.hpp"
+#include "Navigation/API/Constants.hpp"
+#include "Navigation/API/MainConfiguration.hpp"
+#include "Navigation/API/Tasks/Tasks/TaskHost.hpp"
+#include "Navigation/Directions/TurnByTurnDirectionCalculator.hpp"
+#include "Navigation/Graph/GraphSettings.hpp"
+#include "Navigation/Graph/GraphSource.hpp"
+#include "Navigation/Graph/KRVNavGraph.hpp"
+#include "Navigation/Localisation/IntersectionFinder.hpp"
+#include "Navigation/Localisation/RegionFinder.hpp"
+
+namespace KorvaniNavigation {
+
+/// What the lower layers ask of the facade, each through a role they have declared themselves.
+/// Never destroyed, like the facade, since tasks may still work while the process ends.
+struct FacadeRoles final : GraphSettings, GraphSource, TaskHost {
+  static FacadeRoles& shared() {
+    static auto& roles = *new FacadeRoles(Navigation::sharedInstance());
+    return roles;
+  }
+
+  explicit FacadeRoles(Navigation& facade) : navigation(facade), mainConfig(facade.config()) {}
+
+  double levelHeight() const override { return mainConfig.levelHeight(); }
+  double targetProximityDistance() const override { return mainConfig.targetProximityDistance(); }
+
+  std::shared_ptr<KRVNavGraph> graph() const override { return navigation.graph(); }
+  std::shared_ptr<KRVNavGraph> graphForActiveRoute() const override {
+    const auto active = navigation.activeRoutingTask();
+    return active ? active->graphForRoute() : nullptr;
+  }
+
+  void appendTask(const std::shared_ptr<Task>& task) override {
+    navigation.pendingTasks_.appendUnlessContained(task);
+  }
+  void removeTask(const std::shared_ptr<Task>& task) override { navigation.removeTask(task); }
+
+  Navigation& navigation;
+  Config& mainConfig;  // the main configuration is one object for good
+};
+
+const GraphSettings& graphSettings() { return FacadeRoles::shared(); }
+const GraphSource& graphSource() { return FacadeRoles::shared(); }
+TaskHost& taskHost() { return FacadeRoles::shared(); }
+
+std::string mainConfigName() { return Navigation::sharedInstance().defaultConfig()->configName(); }
+
+namespace {
+
+std::shared_ptr<ConfigDependents> asBundle(
+    const std::shared_ptr<KorvaniCommon::ConfigDependents>& bundle) {
+  return std::static_pointer_cast<ConfigDependents>(bundle);
+}
+
+}  // namespace
+
+Navigation& Navigation::sharedInstance() {
+  static Navigation& instance = [&]() -> Navigation& {
+    auto& made = *new Navigation();
+    made.makeMainConfig();
+    return made;
+  }();
+  return instance;
+}
+
+Navigation::Navigation() : directionsFinder_(std::make_unique<TurnByTurnDirectionCalculator>()) {
+  KorvaniCommon::KRVSwiftLogging::setLoggingEnabled(kKRVNavigationModuleName, true);
+}
+
+Navigation::~Navigation() = default;
+
+void Navigation::setActiveRoutingTask(std::shared_ptr<RoutingTask> task) {
+  activeRoutingTask_.store(std::move(task));
+}
+
+std::shared_ptr<ConfigDependents> Navigation::mainBundle() const {
+  return asBundle(defaultConfig());
+}
+
+Config& Navigation::config() const { return mainBundle()->config(); }
+
+Navigation::Configs Navigation::navigationConfigs() const {
+  Configs bundles;
+  for (const auto& entry : _configs()) bundles.set(entry.first, asBundle(entry.second));
+  return bundles;
+}
+
+std::shared_ptr<KorvaniCommon::Config> Navigation::createNewConfig() {
+  return std::make_shared<Config>();
+}
+
+std::shared_ptr<KorvaniCommon::ConfigDependents> Navigation::createNewConfigDependents(
+    const std::string& configName) {
+  return std::make_shared<ConfigDependents>(configName, std::make_shared<Config>());
+}
+
+void Navigation::provideGraph(std::shared_ptr<KRVNavGraph> graph) {
+  graph_.store(std::move(graph));
+  for (const auto& entry : navigationConfigs()) {
+    entry.second->intersectionFinder()->regionFinder()->updateRegions();
+  }
+}
+
+std::shared_ptr<RoutingTask> Navigation::routingTask(
+    std::shared_ptr<KRVNavPoint> point, Points possibleDestinations,
+    RoutingTask::CompletionHandler completionHandler) {
+  return routingTask(std::move(point), std::move(possibleDestinations),
+                     defaultConfig()->configName(), std::move(completionHandler));
+}
+
+std::shared_ptr<RoutingTask> Navigation::routingTask(
+    std::shared_ptr<KRVNavPoint> point, Points possibleDestinations, const std::string& config,
+    RoutingTask::CompletionHandler completionHandler) {
+  const auto bundle = asBundle(configFor(config));
+  if (!bundle) return nullptr;
+  auto task = RoutingTask::create(bundle, std::move(point), std::move(possibleDestinations),
+                                  std::move(completionHandler));
+  if (task && bundle->isMainConfig()) setActiveRoutingTask(task);
+  return task;
+}
+
+std::optional<Directions> Navigation::directionsForRoute(const std::vector<Step>& steps,
+                                                         bool andHistoryUsage) const {
+  const auto directions = directionsFinder_->directionsForRoute(steps, andHistoryUsage);
+  if (directions.empty()) return std::nullopt;
+  return directions.front();
+}
+
+void Navigation::cancelAllTasks() {
+  pendingTasks_.removeAll();
+  graph_.store(nullptr);
+  activeRoutingTask_.store(nullptr);
+}
+
+void Navigation::removeTask(const std::shared_ptr<Task>& task) {
+  if (!task) return;
+  pendingTasks_.perform([&] {
+    if (const auto index = pendingTasks_.indexOf(task)) pendingTasks_.removeAt(*index);
+  });
+  activeRoutingTask_.update([&](std::shared_ptr<RoutingTask>& active) {
+    if (active && *active == *task) active.reset();
+  });
+}
+
+}  // namespace KorvaniNavigation

@@ -1,0 +1,268 @@
+#include "Navigation/API/Tasks/RoutingTask.hpp"
+
+#include <algorithm>
+#include <limits>
+#include <string>
+#include <utility>
+
+#include "Common/Benchmark.hpp"
+#include "Common/Logging.hpp"
+#include "Navigation/API/ConfigDependents.hpp"
+#include "Navigation/API/Constants.hpp"
+#include "Navigation/API/Tasks/IntersectionTask.hpp"
+#include "Navigation/API/Tasks/RoutingUpdateTask.hpp"
+#include "Navigation/Directions/TurnByTurnDirectionCalculator.hpp"
+#include "Navigation/Graph/GraphSource.hpp"
+#include "Navigation/Graph/KRVNavPoint.hpp"
+#include "Navigation/Localisation/PositionMapper.hpp"
+#include "Navigation/Obstacles/ObstacleDetector.hpp"
+#include "Navigation/Path Finding/DijkstraImproved/DijkstraImproved.hpp"
+#include "Navigation/Routing/RouteCreation.hpp"
+#include "Navigation/Routing/RouteGraph.hpp"
+#include "Navigation/Routing/RouteOptimisation.hpp"
+#include "Navigation/Routing/RouteProgress.hpp"
+#include "Navigation/Routing/RouteSearch.hpp"
+#include "Navigation/Routing/RouteWrapping.hpp"
+#include "Platform/FatalError.hpp"
+#include "Platform/NotificationCenter.hpp"
+
+namespace KorvaniNavigation {
+
+using KorvaniCommon::Benchmark;
+using KorvaniPlatform::NotificationCenter;
+
+namespace {
+
+Config& configOf(const Task& task) {
+  const auto bundle = task.configDependents();
+  if (!bundle) KORVANI_FATAL("the configuration of a routing task is gone");
+  return bundle->config();
+}
+
+/// The distance from a point to the nearest of several; the largest double for none.
+double smallestDistance(const KRVNavPoint& point, const RoutingTask::Points& others) {
+  double smallest = std::numeric_limits<double>::max();
+  for (const auto& other : others) smallest = std::min(smallest, point.distanceFrom(*other));
+  return smallest;
+}
+
+}  // namespace
+
+std::shared_ptr<RoutingTask> RoutingTask::create(std::weak_ptr<ConfigDependents> configDependents,
+                                                 std::shared_ptr<KRVNavPoint> point,
+                                                 Points possibleDestinations,
+                                                 CompletionHandler completionHandler) {
+  if (possibleDestinations.empty()) return nullptr;
+  return std::shared_ptr<RoutingTask>(
+      new RoutingTask(std::move(configDependents), std::move(point),
+                      std::move(possibleDestinations), std::move(completionHandler)));
+}
+
+RoutingTask::RoutingTask(std::weak_ptr<ConfigDependents> configDependents,
+                         std::shared_ptr<KRVNavPoint> point, Points possibleDestinations,
+                         CompletionHandler completionHandler)
+    : Task(std::move(configDependents), true),
+      pathFinder_(std::make_shared<DijkstraImproved>(weakConfigDependents())),
+      directionsFinder_(std::make_unique<TurnByTurnDirectionCalculator>()),
+      completionHandler_(std::move(completionHandler)),
+      barrierFree_(configOf(*this).activateBarrierFreeNavigation()),
+      state_(State{std::move(point), std::move(possibleDestinations), {}, {}, {}, {}}) {}
+
+RoutingTask::~RoutingTask() { disarmTimeLimit(); }
+
+std::vector<CLLocation> RoutingTask::possibleDestinationLocations() const {
+  std::vector<CLLocation> locations;
+  for (const auto& destination : state_.load().possibleDestinations) {
+    locations.push_back(destination->location());
+  }
+  return locations;
+}
+
+void RoutingTask::proceedTo(std::shared_ptr<KRVNavPoint> point) {
+  if (state_.load().destination) return;
+  runAfter([&] { state_.update([&](State& state) { state.point = std::move(point); }); });
+}
+
+void RoutingTask::updateDestinations(const Points& destinations) {
+  const double proximity = configOf(*this).targetProximityDistance();
+  state_.update([&](State& state) {
+    const bool changed = std::any_of(destinations.begin(), destinations.end(), [&](auto& point) {
+      return smallestDistance(*point, state.possibleDestinations) > proximity;
+    });
+    if (!changed) return;
+    if (running()) {
+      state.tempPossibleDestinations = destinations;
+    } else {
+      state.route.reset();
+      state.possibleDestinations = destinations;
+    }
+  });
+}
+
+std::shared_ptr<KRVNavGraph> RoutingTask::graphForRoute() const {
+  const State state = state_.load();
+  return state.route ? state.calculatedGraphForRoute : graphSource().graph();
+}
+
+void RoutingTask::execute() {
+  const Benchmark benchmark = Benchmark::start();
+  current_ = state_.load();
+  arrived_ = false;
+  if (!routeProceedOnPath()) {
+    findRoute();
+    completedRouteCalculation();
+  }
+  lastExecutionDuration_ = benchmark.stop();
+  endExecution();
+}
+
+void RoutingTask::endExecution() {
+  // Under the lock, so that destinations which come now either are seen here or see that the
+  // task does not run any more.
+  state_.update([&](State& state) {
+    // What came during one execution stays set, so that every later one searches anew.
+    if (state.tempPossibleDestinations) {
+      state.possibleDestinations = *state.tempPossibleDestinations;
+      state.route.reset();
+    }
+    // A task that has arrived stays marked until it has said so, lest it says so twice.
+    if (!arrived_) release();
+  });
+}
+
+RoutingTask::Start RoutingTask::startIntersection() {
+  const bool isOnRoute = current_.route != nullptr;
+  return {mapOntoGraph(current_.point, !isOnRoute), isOnRoute};
+}
+
+bool RoutingTask::routeProceedOnPath() {
+  if (!current_.route) return false;
+  const Start start = startIntersection();
+  if (!start.isOnRoute || !start.intersection) return false;
+  auto trimmed = std::make_shared<Route>(*current_.route);
+  const bool onRoute = trimRoute(*trimmed, start.intersection->node());
+  current_.route = std::move(trimmed);
+  if (onRoute) completedRouteCalculation();
+  return onRoute;
+}
+
+std::shared_ptr<Intersection> RoutingTask::mapOntoGraph(const std::shared_ptr<KRVNavPoint>& point,
+                                                        bool onOriginalGraph) {
+  intersectionTask_ = std::make_shared<IntersectionTask>(
+      weakConfigDependents(), point, [](const auto&) {}, onOriginalGraph);
+  intersectionTask_->runUnlessGraphIsMissing();
+  return intersectionTask_->intersection();
+}
+
+void RoutingTask::findRoute() {
+  if (!graphSource().graph()) return;
+  const auto start = mapOntoGraph(current_.point, true);
+  const auto walls = configOf(*this).checkDestinationsAgainstOwnWalls() ? DestinationWalls::own
+                                                                        : DestinationWalls::held;
+  const auto targets = destinationNodes(current_.possibleDestinations, weakConfigDependents(),
+                                        intersectionTask_->mapper(), walls);
+  disarmTimeLimit();
+  // A first route takes as long as it takes; only where an older one can stay is there a limit.
+  if (current_.route) armTimeLimit();
+  pathFinder_->setLookForBarrierFreeRoute(barrierFree_);
+  pathFinder_->restart();
+  const auto graph = graphSource().graph();
+  if (!graph || !start) return;
+  const Points nodes = searchPath(graph, start, targets);
+  if (!pathFinder_->interrupted()) current_.route = routeAlong(nodes, *graph, *start);
+  disarmTimeLimit();
+  pathFinderInterruptionTimer_.reset();
+}
+
+void RoutingTask::armTimeLimit() {
+  pathFinderInterruptionTimer_ =
+      SearchTimeLimit::arm([finder = std::weak_ptr<DijkstraImproved>(pathFinder_)] {
+        if (const auto alive = finder.lock()) alive->interrupt();
+      });
+}
+
+void RoutingTask::disarmTimeLimit() {
+  if (pathFinderInterruptionTimer_) pathFinderInterruptionTimer_->invalidate();
+}
+
+RoutingTask::Points RoutingTask::searchPath(const std::shared_ptr<KRVNavGraph>& graph,
+                                            const std::shared_ptr<Intersection>& start,
+                                            const Points& destinationNodes) {
+  const Benchmark benchmark = Benchmark::start();
+  const SearchStart from = searchStartOf(start);
+  Points nodes = pathFinder_->findPathInGraph(graph, from.nodes, from.distances, destinationNodes,
+                                              barrierFree_);
+  const double seconds = benchmark.stop();
+  KorvaniCommon::KRVDDLogTest(
+      [&] { return "RoutingTask: Dijkstra took " + std::to_string(seconds) + "s"; },
+      kKRVNavigationModuleName);
+  return nodes;
+}
+
+std::shared_ptr<const Route> RoutingTask::routeAlong(const Points& nodes, const KRVNavGraph& graph,
+                                                     const Intersection& start) {
+  const Config& config = configOf(*this);
+  const auto destination = pathFinder_->destination();
+  Edges edges = edgesFor(nodes, graph);
+  directLine_ = edges.empty() && !destination;
+  createWrappedNonBarrierIntersectionRoute(
+      edges, start, destination,
+      {current_.point, current_.possibleDestinations, config.levelHeight(),
+       intersectionTask_->mapper()});
+  if (config.activateRouteOptimisation()) {
+    edges = cutCorners(edges, *intersectionTask_->obstacleDetector());
+  }
+  return std::make_shared<Route>(createRoute(edges));
+}
+
+void RoutingTask::completedRouteCalculation() {
+  current_.calculatedGraphForRoute.reset();
+  if (current_.route) {
+    auto route = std::make_shared<Route>(*current_.route);
+    route->setDirections(directions_ ? directionsFinder_->directionsForRoute(route->steps(), false)
+                                     : std::vector<Directions>());
+    current_.calculatedGraphForRoute = buildRouteGraph(*route, weakConfigDependents());
+    arrived_ = !route->steps().empty() &&
+               route->remainingDistance() < configOf(*this).targetProximityDistance();
+    if (arrived_) current_.destination = route->steps().back().end();
+    current_.route = std::move(route);
+  }
+  state_.update([&](State& state) {
+    state.route = current_.route;
+    state.calculatedGraphForRoute = current_.calculatedGraphForRoute;
+    state.destination = current_.destination;
+  });
+  if (arrived_) {
+    finish();
+  } else {
+    publish();
+  }
+}
+
+void RoutingTask::publish() {
+  const auto self = std::static_pointer_cast<RoutingTask>(shared_from_this());
+  auto update = std::make_shared<RoutingUpdateTask>(self);
+  auto route = current_.route ? std::optional<Route>(*current_.route) : std::nullopt;
+  // What is delivered is fixed now: by the time of the delivery the task may have moved on.
+  afterExecution([this, update = std::move(update), route = std::move(route),
+                  destination = current_.destination] {
+    if (completionHandler_) completionHandler_(update, route, false, destination);
+  });
+}
+
+void RoutingTask::done() {
+  const auto destination = state_.load().destination;
+  if (completionHandler_) completionHandler_(nullptr, std::nullopt, true, destination);
+  if (!destination) return;
+  using KorvaniPlatform::Number;
+  NotificationCenter::defaultCenter().post(
+      NavigationRoutingTaskDestinationReachedNotification, shared_from_this(),
+      {{kNavigationRoutingTaskDestinationReachedLatitude,
+        Number::real(destination->coordinate().latitude)},
+       {kNavigationRoutingTaskDestinationReachedLongitude,
+        Number::real(destination->coordinate().longitude)},
+       {kNavigationRoutingTaskDestinationReachedLevel,
+        Number::integer(destination->level())}});
+}
+
+}  // namespace KorvaniNavigation

@@ -1,0 +1,174 @@
+#include "Navigation/API/Tasks/Tasks/Task.hpp"
+
+#include <utility>
+
+#include "Navigation/API/Constants.hpp"
+#include "Navigation/API/Tasks/Tasks/TaskHost.hpp"
+#include "Navigation/Graph/GraphSource.hpp"
+#include "Platform/FatalError.hpp"
+#include "Platform/GlobalQueue.hpp"
+#include "Platform/MainQueue.hpp"
+#include "Platform/NotificationCenter.hpp"
+
+namespace KorvaniNavigation {
+
+using KorvaniPlatform::globalQueue;
+using KorvaniPlatform::isMainThread;
+using KorvaniPlatform::Job;
+using KorvaniPlatform::mainQueue;
+using KorvaniPlatform::NotificationCenter;
+
+/// Executions nest: a task may run a synchronous one from its own `execute()`.
+struct Task::Execution {
+  const Task* task;
+  Execution* outer;
+  bool finished = false;
+  std::vector<Job> deliveries = {};
+};
+
+namespace {
+
+/// The innermost execution of this thread, a `Task::Execution`.
+thread_local void* innermostExecution = nullptr;
+
+}  // namespace
+
+Task::Task(std::weak_ptr<ConfigDependents> configDependents, bool async)
+    : configDependents_(std::move(configDependents)),
+      async_(async),
+      identifier_(KorvaniPlatform::UUID::random()) {}
+
+Task::~Task() { NotificationCenter::defaultCenter().removeObserver(this); }
+
+void Task::run() {
+  runAfter([] {});
+}
+
+void Task::runAfter(const std::function<void()>& prepare) {
+  if (running_) return;
+  if (graphSource().graph()) {
+    start(prepare);
+  } else {
+    prepare();
+    observeGraphCreation();
+  }
+}
+
+void Task::runUnlessGraphIsMissing() {
+  if (graphSource().graph()) start([] {});
+}
+
+void Task::start(const std::function<void()>& prepare) {
+  // Of several threads that come here at once only one starts the work.
+  if (running_.exchange(true)) return;
+  prepare();
+  auto self = shared_from_this();
+  taskHost().appendTask(self);
+  if (async_) {
+    globalQueue().execute([self = std::move(self)]() mutable { perform(std::move(self)); });
+  } else {
+    perform(std::move(self));
+  }
+}
+
+void Task::observeGraphCreation() {
+  NotificationCenter::defaultCenter().addObserver(
+      shared_from_this(), &Task::graphCreationFinished, NavigationGraphCreatedNotification);
+}
+
+void Task::graphCreationFinished() { run(); }
+
+Task::Execution* Task::currentExecution() const {
+  auto* execution = static_cast<Execution*>(innermostExecution);
+  while (execution && execution->task != this) execution = execution->outer;
+  return execution;
+}
+
+void Task::perform(std::shared_ptr<Task> task) {
+  Execution execution{task.get(), static_cast<Execution*>(innermostExecution)};
+  innermostExecution = &execution;
+  task->execute();
+  innermostExecution = execution.outer;
+  // From here on the task may be in its next execution: only what lies on this stack is ours.
+  if (task->async_) {
+    bringHome(std::move(task), execution);
+    return;
+  }
+  for (const Job& block : execution.deliveries) block();
+  if (execution.finished) task->finalStep();
+}
+
+void Task::bringHome(std::shared_ptr<Task> task, const Execution& execution) {
+  const bool finished = execution.finished;
+  const auto finalStepNow = [finished](const std::weak_ptr<Task>& weak) {
+    const auto alive = finished ? weak.lock() : nullptr;
+    if (alive) alive->finalStep();
+  };
+  if (isMainThread()) {
+    deliver(std::move(task), execution.deliveries, [&](const std::weak_ptr<Task>& weak) {
+      if (finished) mainQueue().async([weak, finalStepNow] { finalStepNow(weak); });
+    });
+    return;
+  }
+  mainQueue().async([task = std::move(task), blocks = execution.deliveries,
+                     finalStepNow]() mutable { deliver(std::move(task), blocks, finalStepNow); });
+}
+
+void Task::deliver(std::shared_ptr<Task> task, const std::vector<Job>& blocks,
+                   const std::function<void(const std::weak_ptr<Task>&)>& end) {
+  // The work's own reference ends here, on the main thread; whether anybody else still wants
+  // the results decides about what follows.
+  const std::weak_ptr<Task> weak = task;
+  task.reset();
+  for (const Job& block : blocks) {
+    if (const auto alive = weak.lock()) block();
+  }
+  end(weak);
+}
+
+void Task::finalStep() {
+  done();
+  running_ = false;
+  taskHost().removeTask(shared_from_this());
+}
+
+void Task::execute() {
+  KorvaniPlatform::fatalError(
+      "KorvaniNavigation.Task.execute: Implementation missing, override in subclass!",
+      "Modules/Navigation/Navigation/API/Tasks/Tasks");
+}
+
+void Task::done() {}
+
+void Task::finish() {
+  if (Execution* execution = currentExecution()) {
+    // The work's thread owns the task until its work has returned.
+    execution->finished = true;
+    return;
+  }
+  notify([weak = weak_from_this()] {
+    if (const auto alive = weak.lock()) alive->finalStep();
+  });
+}
+
+void Task::notify(Job block) const {
+  if (async_) {
+    mainQueue().async(std::move(block));
+  } else {
+    block();
+  }
+}
+
+void Task::afterExecution(Job block) {
+  if (Execution* execution = currentExecution()) {
+    execution->deliveries.push_back(std::move(block));
+  } else {
+    notify(std::move(block));
+  }
+}
+
+std::string Task::description() const {
+  return "KorvaniNavigation." + typeName() + ", identifier: " + identifier_.uuidString();
+}
+
+}  // namespace KorvaniNavigation

@@ -1,0 +1,126 @@
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Platform/Executor.hpp"
+#include "Platform/Export.hpp"
+#include "Platform/UUID.hpp"
+
+namespace KorvaniNavigation {
+
+class ConfigDependents;
+
+/// Base of everything the engine does for a host: made by the facade, started with `run()`,
+/// answered through a completion handler.
+///
+/// An asynchronous task works on the global queue and delivers on the main queue; a synchronous
+/// one does both on the thread that calls `run()`, and has delivered when `run()` returns. A
+/// task that is run before any graph was provided waits: the notification
+/// `NavigationGraphCreatedNotification` starts it. That observation is never given up, so a
+/// task that once waited is started again by every later notification, unless it is running.
+///
+/// Threads: `run()` may be called from any thread, also from inside a handler, and on a task
+/// that is running (it then does nothing). `running()` and `description()` may be read from any
+/// thread.
+///
+/// Ownership: a task lives in a `std::shared_ptr`. The facade keeps it from its start to its
+/// delivery, the background work while it lasts. For an asynchronous task the last of these
+/// references is given up on the main thread, so what a handler has captured dies there. A
+/// task that was cancelled and that nobody holds any more delivers nothing.
+///
+/// Subclasses supply `execute()`, which ends with `finish()`, and `done()`.
+class KORVANI_API Task : public std::enable_shared_from_this<Task> {
+ public:
+  virtual ~Task();
+  Task(const Task&) = delete;
+  Task& operator=(const Task&) = delete;
+
+  /// Starts the task: marks it running, has the facade keep it and lets `execute()` run. Does
+  /// nothing when it is running already; waits for the notification when there is no graph.
+  void run();
+
+  /// Whether the work goes on in the background and results are delivered on the main queue.
+  bool async() const { return async_; }
+
+  /// Whether the task has started and not yet finished.
+  bool running() const { return running_; }
+
+  /// The task's identity, fresh and random for each task.
+  const KorvaniPlatform::UUID& identifier() const { return identifier_; }
+
+  /// The configuration bundle the task works with; absent once that is gone.
+  std::shared_ptr<ConfigDependents> configDependents() const { return configDependents_.lock(); }
+
+  /// The task's type and identity for logs, such as
+  /// "KorvaniNavigation.RoutingTask, identifier: 2B7C...".
+  std::string description() const;
+
+  /// Two tasks are equal exactly when their identifiers are.
+  friend bool operator==(const Task& a, const Task& b) { return a.identifier_ == b.identifier_; }
+  friend bool operator!=(const Task& a, const Task& b) { return !(a == b); }
+
+ protected:
+  Task(std::weak_ptr<ConfigDependents> configDependents, bool async);
+
+  /// The work. A subclass overrides it; the base version is a fatal error.
+  virtual void execute();
+
+  /// Hands the result to the host, once, on the thread that delivers. Does nothing here.
+  virtual void done();
+
+  /// Name of the class for `description()`, without its namespace.
+  virtual std::string typeName() const { return "Task"; }
+
+  /// Ends the task; called at the end of `execute()`. `done()`, the end of `running` and the
+  /// facade's letting go follow: on the main queue for an asynchronous task that still exists
+  /// then, at once otherwise.
+  void finish();
+
+  /// Delivers an intermediate result: on the main queue for an asynchronous task, at once
+  /// otherwise.
+  void notify(KorvaniPlatform::Job block) const;
+
+  /// `run()` with a step in between: `prepare` is called once it is certain that this call
+  /// starts the work (or waits for the graph), before the work starts.
+  void runAfter(const std::function<void()>& prepare);
+
+  /// `run()` that does not wait: does nothing when there is no graph.
+  void runUnlessGraphIsMissing();
+
+  /// Has `block` run once `execute()` has returned: at once when the work ran on the main thread
+  /// or synchronously, in a job of the main queue otherwise. It is dropped when the task is gone
+  /// by then.
+  void afterExecution(KorvaniPlatform::Job block);
+
+  /// Gives up the mark that `run()` set. For a subclass that goes on living between
+  /// executions, as the very last thing its `execute()` does to the task.
+  void release() { running_ = false; }
+
+  const std::weak_ptr<ConfigDependents>& weakConfigDependents() const { return configDependents_; }
+
+ private:
+  /// What one execution leaves to be done after it. Lives on the stack of the job, since the
+  /// task itself may already be in its next execution.
+  struct Execution;
+
+  void start(const std::function<void()>& prepare);
+  Execution* currentExecution() const;
+  static void perform(std::shared_ptr<Task> task);
+  static void bringHome(std::shared_ptr<Task> task, const Execution& execution);
+  static void deliver(std::shared_ptr<Task> task, const std::vector<KorvaniPlatform::Job>& blocks,
+                      const std::function<void(const std::weak_ptr<Task>&)>& end);
+  void finalStep();
+  void observeGraphCreation();
+  void graphCreationFinished();
+
+  std::weak_ptr<ConfigDependents> configDependents_;
+  const bool async_;
+  std::atomic<bool> running_{false};
+  const KorvaniPlatform::UUID identifier_;
+};
+
+}  // namespace KorvaniNavigation

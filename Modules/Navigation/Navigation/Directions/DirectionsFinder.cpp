@@ -1,0 +1,7 @@
+#include "Navigation/Directions/DirectionsFinder.hpp"
+
+namespace KorvaniNavigation {
+
+DirectionsFinder::~DirectionsFinder() = default;
+
+}  // namespace KorvaniNavigation

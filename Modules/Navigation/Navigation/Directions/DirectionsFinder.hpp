@@ -1,0 +1,26 @@
+#pragma once
+
+#include <vector>
+
+#include "Navigation/Directions/Directions.hpp"
+#include "Navigation/Routing/Step.hpp"
+#include "Platform/Export.hpp"
+
+namespace KorvaniNavigation {
+
+/// Whoever turns the steps of a route into instructions.
+///
+/// The engine brings one, `TurnByTurnDirectionCalculator`; the role exists so that a routing
+/// task does not depend on it. Implementations are called from the tasks' queue and must stand
+/// several calls at a time.
+class KORVANI_API DirectionsFinder {
+ public:
+  virtual ~DirectionsFinder();
+
+  /// The instructions for `steps`, in walking order. `andHistoryUsage` allows an
+  /// implementation to take earlier answers into account.
+  virtual std::vector<Directions> directionsForRoute(const std::vector<Step>& steps,
+                                                     bool andHistoryUsage) const = 0;
+};
+
+}  // namespace KorvaniNavigation

@@ -1,0 +1,257 @@
+#include "Navigation/Localisation/PositionMapper.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "Navigation/Graph/GraphSource.hpp"
+#include "Navigation/Graph/KRVNavEdge.hpp"
+#include "Navigation/Graph/KRVNavGraph.hpp"
+#include "Navigation/Graph/KRVNavPoint.hpp"
+#include "Navigation/Graph/KRVNavRegion.hpp"
+#include "Navigation/Localisation/EdgeIntersection.hpp"
+#include "Navigation/Localisation/IntersectionFinder.hpp"
+#include "Navigation/Localisation/RegionFinder.hpp"
+#include "Navigation/Obstacles/ObstacleDetector.hpp"
+#include "Platform/FatalError.hpp"
+#include "Platform/MapPoint.hpp"
+
+namespace KorvaniNavigation {
+
+using KorvaniPlatform::greatCircleDistance;
+
+namespace {
+
+/// Nodes farther than this many times the nearest visible node's distance are not looked at.
+constexpr double kVisibleNodeReach = 2.5;
+/// A way through an edge's far end may be this many times longer than the way to the near one.
+constexpr double kDetourFactor = 1.2;
+/// When the nearest node is farther away than this, in metres, only that one is taken.
+constexpr double kFarNodeDistance = 10.0;
+
+double degreeDistance(CLLocationCoordinate2D a, CLLocationCoordinate2D b) {
+  const double latitude = a.latitude - b.latitude;
+  const double longitude = a.longitude - b.longitude;
+  return std::sqrt(latitude * latitude + longitude * longitude);
+}
+
+/// Less-than that puts what is not a number last, so that sorting stands any input.
+bool nearer(double a, double b) { return a < b || (std::isnan(b) && !std::isnan(a)); }
+
+struct NodeInDegrees {
+  const std::shared_ptr<KRVNavPoint>* node;
+  double distance;
+};
+
+/// All nodes of the region, nearest first in degrees, ties in insertion order.
+std::vector<NodeInDegrees> nodesByDegreeDistance(const KRVNavRegion& region,
+                                                 CLLocationCoordinate2D position) {
+  std::vector<NodeInDegrees> nodes;
+  nodes.reserve(region.nodes().size());
+  for (const auto& entry : region.nodes()) {
+    nodes.push_back({&entry.second, degreeDistance(position, entry.second->coordinate())});
+  }
+  std::stable_sort(nodes.begin(), nodes.end(), [](const auto& a, const auto& b) {
+    return nearer(a.distance, b.distance);
+  });
+  return nodes;
+}
+
+bool isBetween(double value, double a, double b) {
+  return value >= std::min(a, b) && value <= std::max(a, b);
+}
+
+/// The far end of an edge; a graph edge without one is broken beyond repair.
+std::shared_ptr<KRVNavPoint> endOf(const KRVNavEdge& edge) {
+  auto end = edge.end();
+  if (!end) KORVANI_FATAL("an edge of the graph has no end node");
+  return end;
+}
+
+}  // namespace
+
+PositionMapper::PositionMapper(std::weak_ptr<ConfigDependents> configDependents,
+                               bool onOriginalGraph)
+    : configDependents_(std::move(configDependents)), onOriginalGraph_(onOriginalGraph) {}
+
+void PositionMapper::setObstacleDetector(std::shared_ptr<ObstacleDetector> detector) {
+  obstacleDetector_ = std::move(detector);
+  detectorRegion_.reset();
+}
+
+void PositionMapper::useWallsOf(const std::shared_ptr<KRVNavRegion>& region) {
+  if (configDependents_.expired()) KORVANI_FATAL("the configuration of a running task is gone");
+  // A graph does not change while tasks run on it, so the walls held are still the region's.
+  if (obstacleDetector_ && detectorRegion_.lock() == region) return;
+  obstacleDetector_ = std::make_shared<ObstacleDetector>(std::as_const(*region).obstacles(),
+                                                         configDependents_);
+  detectorRegion_ = region;
+}
+
+std::shared_ptr<KRVNavRegion> PositionMapper::regionFor(const KRVNavPoint& point) const {
+  return regionFinderOf(configDependents_)
+      ->findRegionFor(point.coordinate(), point.level(), onOriginalGraph_);
+}
+
+std::shared_ptr<Intersection> PositionMapper::intersect(const KRVNavPoint& point) {
+  const auto region = regionFor(point);
+  if (!region) return nullptr;
+  useWallsOf(region);
+  const auto candidates = findClosestNodes(*region, point);
+  if (candidates.empty()) return nullptr;
+  return findIntersection(region, point, candidates);
+}
+
+std::vector<ClosestNode> PositionMapper::findClosestNodes(
+    const KRVNavRegion& region, const KRVNavPoint& navigationPoint) const {
+  std::vector<ClosestNode> closest;
+  if (!obstacleDetector_) return closest;
+  const CLLocationCoordinate2D position = navigationPoint.coordinate();
+  constexpr double none = std::numeric_limits<double>::max();
+  double best = none;
+  for (const auto& [node, distance] : nodesByDegreeDistance(region, position)) {
+    if (best != none && distance > kVisibleNodeReach * best) continue;
+    const CLLocationCoordinate2D coordinate = (*node)->coordinate();
+    if (obstacleDetector_->isAnyBarrierInBetween(position, coordinate)) continue;
+    best = std::min(best, distance);
+    closest.push_back({*node, greatCircleDistance(coordinate, position)});
+  }
+  std::stable_sort(closest.begin(), closest.end(), [](const auto& a, const auto& b) {
+    return nearer(a.distance, b.distance);
+  });
+  return closest;
+}
+
+std::vector<std::shared_ptr<KRVNavPoint>> PositionMapper::findClosestNodes(
+    const KRVNavRegion& region, const KRVNavPoint& navigationPoint,
+    std::size_t maximumCount) const {
+  std::vector<std::shared_ptr<KRVNavPoint>> nodes;
+  const auto closest = findClosestNodes(region, navigationPoint);
+  if (closest.empty()) return nodes;
+  const double nearest = closest.front().distance;
+  const double limit = nearest * 1.2;
+  nodes.push_back(closest.front().node);
+  for (auto candidate = closest.begin() + 1; candidate != closest.end(); ++candidate) {
+    const bool remove = nearest > kFarNodeDistance || nodes.size() >= maximumCount ||
+                        candidate->distance > limit;
+    if (!remove) nodes.push_back(candidate->node);
+  }
+  return nodes;
+}
+
+std::shared_ptr<Intersection> PositionMapper::findIntersection(
+    const std::shared_ptr<KRVNavRegion>& region, const KRVNavPoint& navigationPoint,
+    const std::vector<ClosestNode>& closestNodes) {
+  std::shared_ptr<KRVNavGraph> graph;
+  if (!onOriginalGraph_) graph = graphSource().graphForActiveRoute();
+  if (!graph) graph = graphSource().graph();
+  if (!graph) return nullptr;
+
+  std::shared_ptr<Intersection> best;
+  for (const auto& candidate : closestNodes) {
+    if (!best) {
+      const double delta =
+          degreeDistance(navigationPoint.coordinate(), candidate.node->coordinate());
+      best = std::make_shared<SingleNodeIntersection>(candidate.node, candidate.distance, delta);
+    }
+    for (const auto& edge : candidate.node->neighbourEdges()) {
+      const auto neighbour = endOf(*edge);
+      if (neighbour->level() != candidate.node->level()) continue;
+      if (!passesDetourTests(*graph, candidate, *neighbour, navigationPoint)) continue;
+      const auto projected = projectOntoEdge(region, candidate.node, neighbour, navigationPoint);
+      if (projected && projected->distance() < best->distance()) best = projected;
+    }
+  }
+  return best;
+}
+
+bool PositionMapper::passesDetourTests(const KRVNavGraph& graph, const ClosestNode& candidate,
+                                       const KRVNavPoint& neighbour,
+                                       const KRVNavPoint& navigationPoint) const {
+  const CLLocationCoordinate2D position = navigationPoint.coordinate();
+  const CLLocationCoordinate2D near = candidate.node->coordinate();
+  const CLLocationCoordinate2D far = neighbour.coordinate();
+  const double toNode = degreeDistance(position, near);
+  const double detour = degreeDistance(near, position) + degreeDistance(position, far) -
+                        degreeDistance(near, far);
+  if (detour > kVisibleNodeReach * toNode) return false;
+  const auto edge = graph.edgeFromNode(*candidate.node, neighbour);
+  if (!edge) return false;
+  const double farDistance = greatCircleDistance(far, position);
+  return !(candidate.distance * kDetourFactor <=
+           candidate.distance + farDistance - edge->distance());
+}
+
+std::shared_ptr<EdgeIntersection> PositionMapper::projectOntoEdge(
+    const std::shared_ptr<KRVNavRegion>& region, const std::shared_ptr<KRVNavPoint>& nodeOne,
+    const std::shared_ptr<KRVNavPoint>& nodeTwo, const KRVNavPoint& navigationPoint) {
+  const auto foot = findIntersectionPointOnEdge(region, *nodeOne, *nodeTwo, navigationPoint);
+  if (!foot) return nullptr;
+  const CLLocationCoordinate2D position = navigationPoint.coordinate();
+  const CLLocationCoordinate2D coordinate = MKCoordinateForMapPoint(*foot);
+  // Both ends lie on one level, which is the foot's as well.
+  const auto point = std::make_shared<KRVNavPoint>(coordinate, nodeOne->level());
+  return std::make_shared<EdgeIntersection>(degreeDistance(coordinate, position),
+                                            greatCircleDistance(coordinate, position), point,
+                                            nodeOne, nodeTwo);
+}
+
+std::optional<MKMapPoint> PositionMapper::findIntersectionPointOnEdge(
+    const std::shared_ptr<KRVNavRegion>& region, const KRVNavPoint& nodeOne,
+    const KRVNavPoint& nodeTwo, const KRVNavPoint& navigationPoint) {
+  const CLLocationCoordinate2D position = navigationPoint.coordinate();
+  const MKMapPoint foot = IntersectionFinder::findIntersectionPointForPointOnLine(
+      MKMapPointForCoordinate(position), MKMapPointForCoordinate(nodeOne.coordinate()),
+      MKMapPointForCoordinate(nodeTwo.coordinate()));
+  const CLLocationCoordinate2D coordinate = MKCoordinateForMapPoint(foot);
+  if (!IntersectionFinder::coordinateIsBetweenCoordinates(coordinate, nodeOne.coordinate(),
+                                                          nodeTwo.coordinate())) {
+    return std::nullopt;
+  }
+  useWallsOf(region);
+  if (obstacleDetector_->isAnyBarrierInBetween(coordinate, position)) return std::nullopt;
+  return foot;
+}
+
+std::shared_ptr<Intersection> PositionMapper::intersect(
+    const KRVNavPoint& point, const std::shared_ptr<KRVNavPoint>& graphNode) {
+  const auto region = regionFor(point);
+  if (!region) return nullptr;
+  if (!obstacleDetector_) KORVANI_FATAL("no walls are known to test a graph node against");
+
+  std::shared_ptr<Intersection> best;
+  if (!obstacleDetector_->isAnyBarrierInBetween(point.coordinate(), graphNode->coordinate())) {
+    best = std::make_shared<SingleNodeIntersection>(
+        graphNode, greatCircleDistance(graphNode->coordinate(), point.coordinate()),
+        degreeDistance(graphNode->coordinate(), point.coordinate()));
+  }
+  for (const auto& edge : graphNode->neighbourEdges()) {
+    const auto neighbour = endOf(*edge);
+    if (neighbour->level() != graphNode->level()) continue;
+    const auto projected = projectOntoEdge(region, graphNode, neighbour, point);
+    if (projected && (!best || projected->distance() < best->distance())) best = projected;
+  }
+  return best;
+}
+
+std::shared_ptr<EdgeIntersection> PositionMapper::findIntersectionOnSegmentBetween(
+    const std::shared_ptr<KRVNavPoint>& start, const std::shared_ptr<KRVNavPoint>& andEnd,
+    CLLocationCoordinate2D forCoordinate, bool ignoreWalls) const {
+  const MKMapPoint from = MKMapPointForCoordinate(start->coordinate());
+  const MKMapPoint to = MKMapPointForCoordinate(andEnd->coordinate());
+  const MKMapPoint position = MKMapPointForCoordinate(forCoordinate);
+  const MKMapPoint foot =
+      IntersectionFinder::findIntersectionPointForPointOnLine(position, from, to);
+  const double distance = MKMetersBetweenMapPoints(foot, position);
+  if (!isBetween(foot.x, from.x, to.x) || !isBetween(foot.y, from.y, to.y)) return nullptr;
+  const CLLocationCoordinate2D coordinate = MKCoordinateForMapPoint(foot);
+  const auto point = std::make_shared<KRVNavPoint>(coordinate, start->level());
+  if (!ignoreWalls) {
+    if (!obstacleDetector_) KORVANI_FATAL("no walls are known to test a segment against");
+    if (obstacleDetector_->isAnyBarrierInBetween(coordinate, forCoordinate)) return nullptr;
+  }
+  return std::make_shared<EdgeIntersection>(0, distance, point, start, andEnd);
+}
+
+}  // namespace KorvaniNavigation

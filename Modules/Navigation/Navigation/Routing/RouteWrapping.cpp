@@ -1,0 +1,105 @@
+#include "Navigation/Routing/RouteWrapping.hpp"
+
+#include <limits>
+
+#include "Navigation/Graph/KRVNavEdge.hpp"
+#include "Navigation/Graph/KRVNavGraph.hpp"
+#include "Navigation/Graph/KRVNavPoint.hpp"
+#include "Navigation/Localisation/PositionMapper.hpp"
+#include "Navigation/Obstacles/ObstacleDetector.hpp"
+#include "Platform/FatalError.hpp"
+
+namespace KorvaniNavigation {
+
+namespace {
+
+/// A stretch that is not of the graph: plain walking, free of barriers.
+std::shared_ptr<KRVNavEdge> plainEdge(const std::shared_ptr<KRVNavPoint>& start,
+                                      const std::shared_ptr<KRVNavPoint>& end, double distance) {
+  return std::make_shared<KRVNavEdge>(start, end, distance, 1.0, true);
+}
+
+/// The straight edge from the person to the nearest destination, or to the person itself when
+/// there is no destination.
+std::shared_ptr<KRVNavEdge> directEdge(const std::shared_ptr<KRVNavPoint>& destination,
+                                       const WrappingInput& input) {
+  const auto& end = destination ? destination : input.point;
+  return plainEdge(input.point, end, input.point->distanceFrom(*end));
+}
+
+}  // namespace
+
+Edges edgesFor(const Points& nodes, const KRVNavGraph& graph) {
+  Edges edges;
+  for (std::size_t i = 0; i + 1 < nodes.size(); ++i) {
+    if (auto edge = graph.edgeFromNode(*nodes[i], *nodes[i + 1])) edges.push_back(std::move(edge));
+  }
+  return edges;
+}
+
+NearestDestination nearestDestinationPointResultFromReferencePoint(const KRVNavPoint& reference,
+                                                                   const WrappingInput& input) {
+  constexpr double none = std::numeric_limits<double>::max();
+  NearestDestination sameLevel{nullptr, none};
+  NearestDestination otherLevel{nullptr, none};
+  for (const auto& destination : input.possibleDestinations) {
+    if (destination->level() == reference.level()) {
+      const double distance = reference.distanceFrom(*destination);
+      if (distance < sameLevel.distance) sameLevel = {destination, distance};
+    } else if (!sameLevel.point) {
+      // A product, not a sum: it ranks the destinations of other levels among themselves only.
+      const double score =
+          reference.location().distanceFromLocation(destination->location()) * input.levelHeight;
+      if (score < otherLevel.distance) otherLevel = {destination, score};
+    }
+  }
+  return sameLevel.point ? sameLevel : otherLevel;
+}
+
+void wrapRouteEdgesWithEnd(const std::shared_ptr<KRVNavPoint>& viaNode, Edges& routeEdges,
+                           const WrappingInput& input) {
+  const NearestDestination nearest =
+      nearestDestinationPointResultFromReferencePoint(*viaNode, input);
+  if (!nearest.point) return;
+  const auto intersection = input.mapper.intersect(*nearest.point, viaNode);
+  if (!intersection) {
+    const auto end =
+        std::make_shared<KRVNavPoint>(nearest.point->coordinate(), viaNode->level());
+    routeEdges.push_back(plainEdge(viaNode, end, nearest.distance));
+  } else if (intersection->kind() == IntersectionKind::edge) {
+    const auto& foot = intersection->node();
+    routeEdges.push_back(plainEdge(viaNode, foot, viaNode->distanceFrom(*foot)));
+  }
+}
+
+void createWrappedNonBarrierIntersectionRoute(
+    Edges& edges, const Intersection& startIntersection,
+    const std::shared_ptr<KRVNavPoint>& targetedDestination, const WrappingInput& input) {
+  std::shared_ptr<KRVNavPoint> first;
+  if (!edges.empty()) {
+    first = edges.front()->start();
+  } else if (!targetedDestination) {
+    const auto nearest = nearestDestinationPointResultFromReferencePoint(*input.point, input);
+    edges.push_back(directEdge(nearest.point, input));
+    return;
+  } else {
+    const auto nearest =
+        nearestDestinationPointResultFromReferencePoint(*targetedDestination, input);
+    const auto& end = nearest.point ? nearest.point : input.point;
+    const auto& detector = input.mapper.obstacleDetector();
+    if (!detector) KORVANI_FATAL("no walls are known to test a direct way against");
+    if (!detector->isAnyBarrierInBetween(input.point->coordinate(), end->coordinate())) {
+      edges.push_back(directEdge(nearest.point, input));
+      return;
+    }
+    first = targetedDestination;
+  }
+  if (startIntersection.kind() != IntersectionKind::node) {
+    const auto& foot = startIntersection.node();
+    edges.insert(edges.begin(), plainEdge(foot, first, foot->distanceFrom(*first)));
+  }
+  if (!targetedDestination) KORVANI_FATAL("a path has no destination node");
+  wrapRouteEdgesWithEnd(targetedDestination, edges, input);
+}
+
+}  // namespace KorvaniNavigation
