@@ -105,19 +105,19 @@ class PlacedBuilding {
   std::int64_t lastIdentifier_ = 0;
 };
 
-/// The latitude north of (0, 0) whose great-circle distance from there is `metres` to the last
-/// bit, for tests of exact limits. Near the equator doubles lie densely enough for it.
-inline double latitudeExactly(double metres) {
-  const auto distance = [](double latitude) {
-    return KorvaniPlatform::greatCircleDistance({0, 0}, {latitude, 0});
-  };
-  double latitude = degreesOf(metres);
-  for (int i = 0; i < 50; ++i) latitude = std::nextafter(latitude, 0);
-  for (int i = 0; i < 100; ++i) {
-    if (distance(latitude) == metres) return latitude;
-    latitude = std::nextafter(latitude, 90);
+/// A coordinate north of (0, 0) whose great-circle distance from there is `metres` to the last bit,
+/// for tests of exact limits. Near the equator doubles lie densely enough for it; where no latitude
+/// will do, the coordinate lies a hair to the east.
+inline CLLocationCoordinate2D exactlyNorthOfNull(double metres) {
+  for (int hairs = 0; hairs < 30; ++hairs) {
+    CLLocationCoordinate2D place{degreesOf(metres), hairs * 1e-13};
+    for (int i = 0; i < 20; ++i) place.latitude = std::nextafter(place.latitude, 0);
+    for (int i = 0; i < 40; ++i) {
+      if (KorvaniPlatform::greatCircleDistance({0, 0}, place) == metres) return place;
+      place.latitude = std::nextafter(place.latitude, 90);
+    }
   }
-  throw std::invalid_argument("no latitude is exactly " + std::to_string(metres) + " m away");
+  throw std::invalid_argument("nothing is exactly " + std::to_string(metres) + " m away");
 }
 
 }  // namespace KorvaniTest

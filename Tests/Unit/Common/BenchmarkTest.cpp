@@ -60,7 +60,8 @@ TEST_F(BenchmarkOnManualClock, GoesOnAfterStop) {
 TEST_F(BenchmarkOnManualClock, CopiesGoOnFromTheSameStart) {
   const Benchmark original = Benchmark::start();
   clock_->advance(1s);
-  const Benchmark copy = original;
+  Benchmark copy = Benchmark::start();
+  copy = original;
   clock_->advance(1s);
   EXPECT_DOUBLE_EQ(copy.stop(), 2.0);
 }

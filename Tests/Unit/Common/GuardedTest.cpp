@@ -16,6 +16,7 @@ using KorvaniCommon::Guarded;
 
 void onThreads(int count, const std::function<void()>& work) {
   std::vector<std::thread> threads;
+  threads.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) threads.emplace_back(work);
   for (std::thread& thread : threads) thread.join();
 }

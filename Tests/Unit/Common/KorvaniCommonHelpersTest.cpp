@@ -165,8 +165,10 @@ TEST(ClockwiseAngleBetweenLines, ALineOfNoLengthPointsNorth) {
 TEST(ClockwiseAngleBetweenLines, LiesAboveMinus180AndUpTo180ForAnyLines) {
   RandomCoordinates coordinates;
   for (int i = 0; i < 20000; ++i) {
-    const CLLocationCoordinate2D a = coordinates.next(), b = coordinates.next();
-    const CLLocationCoordinate2D c = coordinates.next(), d = coordinates.next();
+    const CLLocationCoordinate2D a = coordinates.next();
+    const CLLocationCoordinate2D b = coordinates.next();
+    const CLLocationCoordinate2D c = coordinates.next();
+    const CLLocationCoordinate2D d = coordinates.next();
     const double angle =
         KorvaniCommon::KorvaniCommonHelpers::clockwiseAngleBetweenLines(a, b, c, d);
     ASSERT_GT(angle, -180.0);
@@ -179,8 +181,9 @@ TEST(ClockwiseAngleBetweenLines, LiesAboveMinus180AndUpTo180ForAnyLines) {
 TEST(ClockwiseAngleBetweenLines, SwappingTheLinesChangesTheSign) {
   RandomCoordinates coordinates;
   for (int i = 0; i < 1000; ++i) {
-    const CLLocationCoordinate2D first = coordinates.next(), second = coordinates.next();
-    ASSERT_EQ(turn(first, second), -turn(second, first));
+    const CLLocationCoordinate2D a = coordinates.next();
+    const CLLocationCoordinate2D b = coordinates.next();
+    ASSERT_EQ(turn(a, b), -turn(b, a));
   }
 }
 

@@ -171,7 +171,8 @@ TEST_F(Logging, ATextMayLogItself) {
 
 TEST_F(Logging, ASinkMayLogAndReplaceItself) {
   switchEverythingOn();
-  std::vector<std::string> first, second;
+  std::vector<std::string> first;
+  std::vector<std::string> second;
   setLogSink([&](LogLevel, std::string_view, std::string_view text) {
     first.emplace_back(text);
     setLogSink([&](LogLevel, std::string_view, std::string_view further) {
@@ -216,6 +217,7 @@ TEST_F(Logging, ManyThreadsLogWithoutLosingLines) {
   constexpr int kRounds = 500;
   switchEverythingOn();
   std::vector<std::thread> threads;
+  threads.reserve(kThreads);
   for (int i = 0; i < kThreads; ++i) {
     threads.emplace_back([] {
       for (int round = 0; round < kRounds; ++round) {
@@ -232,6 +234,7 @@ TEST_F(Logging, SwitchesSinksAndThresholdMayChangeWhileOthersLog) {
   std::atomic<bool> running{true};
   std::atomic<int> taken{0};
   std::vector<std::thread> threads;
+  threads.reserve(2);
   for (int i = 0; i < 2; ++i) {
     threads.emplace_back([&] {
       while (running) KRVDDLogVerbose([] { return "x"; }, kModule);

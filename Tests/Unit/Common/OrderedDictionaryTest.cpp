@@ -300,13 +300,17 @@ TEST(OrderedDictionary, IterationIsReadOnly) {
 
 TEST(OrderedDictionary, AReplacedOrRemovedValueMayAskTheDictionaryWhenItIsDestroyed) {
   struct Asking {
-    OrderedDictionary<int, std::shared_ptr<Asking>>* owner;
+    using Owner = OrderedDictionary<int, std::shared_ptr<Asking>>;
+    Asking(const Owner& from, std::vector<std::size_t>& seen) : owner(&from), sizes(&seen) {}
+    Asking(const Asking&) = delete;
+    Asking& operator=(const Asking&) = delete;
+    const Owner* owner;
     std::vector<std::size_t>* sizes;
     ~Asking() { sizes->push_back(owner->size()); }
   };
   std::vector<std::size_t> sizes;
   OrderedDictionary<int, std::shared_ptr<Asking>> asking;
-  const auto make = [&] { return std::shared_ptr<Asking>(new Asking{&asking, &sizes}); };
+  const auto make = [&] { return std::make_shared<Asking>(asking, sizes); };
   asking.set(1, make());
   asking.set(2, make());
   asking.set(1, make());

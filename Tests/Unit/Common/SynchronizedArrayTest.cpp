@@ -19,6 +19,7 @@ using Numbers = std::vector<int>;
 
 void onThreads(int count, const std::function<void(int)>& work) {
   std::vector<std::thread> threads;
+  threads.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) threads.emplace_back(work, i);
   for (std::thread& thread : threads) thread.join();
 }
@@ -188,7 +189,7 @@ TEST(SynchronizedArray, DestroysAnElementItDidNotAppendOutsideTheLock) {
   SynchronizedArray<std::shared_ptr<int>, AlwaysSame> array;
   array.append(nullptr);
   std::optional<std::size_t> countSeen;
-  array.appendUnlessContained(std::shared_ptr<int>(new int(1), [&](int* number) {
+  array.appendUnlessContained(std::shared_ptr<int>(new int(1), [&](const int* number) {
     std::thread([&] { countSeen = array.count(); }).join();
     delete number;
   }));
@@ -258,7 +259,7 @@ TEST(SynchronizedArray, StandsEveryOperationFromManyThreadsAtOnce) {
   std::atomic<int> alive{0};
   const auto make = [&](int number) {
     ++alive;
-    return std::shared_ptr<int>(new int(number), [&](int* dead) {
+    return std::shared_ptr<int>(new int(number), [&](const int* dead) {
       array.count();  // as a destructor that uses the array would
       --alive;
       delete dead;

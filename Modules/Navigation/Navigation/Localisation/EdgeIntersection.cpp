@@ -19,7 +19,7 @@ constexpr double kLiesAheadDegrees = 30.0;
 double metresBetween(const std::shared_ptr<KRVNavPoint>& from,
                      const std::shared_ptr<KRVNavPoint>& to) {
   if (!from || !to) KORVANI_FATAL("an edge intersection needs three points");
-  return CLLocation(from->coordinate()).distanceFromLocation(CLLocation(to->coordinate()));
+  return KorvaniPlatform::greatCircleDistance(from->coordinate(), to->coordinate());
 }
 
 /// The walk along one straight run of edges: what stays the same from node to node.

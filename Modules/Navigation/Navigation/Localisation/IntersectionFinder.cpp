@@ -4,9 +4,12 @@
 #include <cmath>
 #include <utility>
 
-#include "Navigation/Directions/DirectionsHelpers.hpp"
+#include "Common/KorvaniCommonHelpers.hpp"
+#include "Platform/Location.hpp"
 
 namespace KorvaniNavigation {
+
+using KorvaniPlatform::greatCircleDistance;
 
 namespace {
 
@@ -32,7 +35,7 @@ bool isSameCorner(CLLocationCoordinate2D a, CLLocationCoordinate2D b) {
 }
 
 double diagonalBearing(const Box& box) {
-  return DirectionsHelpers::bearingToLocation(CLLocation(box.northEast), CLLocation(box.southWest));
+  return KorvaniCommon::initialBearing(box.southWest, box.northEast);
 }
 
 }  // namespace
@@ -66,12 +69,9 @@ MKMapPoint IntersectionFinder::findIntersectionPointForPointOnLine(MKMapPoint po
 bool IntersectionFinder::coordinateIsBetweenCoordinates(
     CLLocationCoordinate2D coordinate, CLLocationCoordinate2D segmentStartCoordinate,
     CLLocationCoordinate2D segmentEndCoordinate) {
-  const CLLocation location(coordinate);
-  const CLLocation start(segmentStartCoordinate);
-  const CLLocation end(segmentEndCoordinate);
-  const double toStart = location.distanceFromLocation(start);
-  const double toEnd = location.distanceFromLocation(end);
-  const double length = start.distanceFromLocation(end);
+  const double toStart = greatCircleDistance(coordinate, segmentStartCoordinate);
+  const double toEnd = greatCircleDistance(coordinate, segmentEndCoordinate);
+  const double length = greatCircleDistance(segmentStartCoordinate, segmentEndCoordinate);
   const double tolerance = std::min(length * kBetweenToleranceFactor, kBetweenToleranceMetres);
   return std::abs(length - (toStart + toEnd)) < tolerance;
 }

@@ -77,16 +77,15 @@ PositionMapper::PositionMapper(std::weak_ptr<ConfigDependents> configDependents,
 
 void PositionMapper::setObstacleDetector(std::shared_ptr<ObstacleDetector> detector) {
   obstacleDetector_ = std::move(detector);
-  detectorRegion_.reset();
 }
 
 void PositionMapper::useWallsOf(const std::shared_ptr<KRVNavRegion>& region) {
   if (configDependents_.expired()) KORVANI_FATAL("the configuration of a running task is gone");
-  // A graph does not change while tasks run on it, so the walls held are still the region's.
-  if (obstacleDetector_ && detectorRegion_.lock() == region) return;
-  obstacleDetector_ = std::make_shared<ObstacleDetector>(std::as_const(*region).obstacles(),
-                                                         configDependents_);
-  detectorRegion_ = region;
+  const auto& walls = std::as_const(*region).obstacles();
+  // One position tests many edges against the same walls. A mapper may live long, though, and the
+  // region get other walls between two positions.
+  if (obstacleDetector_ && obstacleDetector_->obstacles() == walls) return;
+  obstacleDetector_ = std::make_shared<ObstacleDetector>(walls, configDependents_);
 }
 
 std::shared_ptr<KRVNavRegion> PositionMapper::regionFor(const KRVNavPoint& point) const {

@@ -107,8 +107,6 @@ class PositionMapper {
   std::weak_ptr<ConfigDependents> configDependents_;
   bool onOriginalGraph_;
   std::shared_ptr<ObstacleDetector> obstacleDetector_;
-  /// The region whose walls the detector holds; absent when somebody else set the detector.
-  std::weak_ptr<KRVNavRegion> detectorRegion_;
 };
 
 }  // namespace KorvaniNavigation

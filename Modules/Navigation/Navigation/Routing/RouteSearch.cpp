@@ -69,9 +69,14 @@ void SearchTimeLimit::expire() {
 }
 
 void SearchTimeLimit::invalidate() {
-  const std::lock_guard lock(mutex_);
-  valid_ = false;
-  if (timer_) timer_->invalidate();
+  std::shared_ptr<KorvaniPlatform::Timer> timer;
+  {
+    const std::lock_guard lock(mutex_);
+    valid_ = false;
+    timer.swap(timer_);
+  }
+  // Without the lock, since a host may be told about its next wake-up here.
+  if (timer) timer->invalidate();
 }
 
 }  // namespace KorvaniNavigation

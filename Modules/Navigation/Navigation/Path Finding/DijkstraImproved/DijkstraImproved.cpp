@@ -44,13 +44,10 @@ DijkstraImproved::Points DijkstraImproved::findPathInGraph(
   return way;
 }
 
+// An interruption between two waves is for the next one to see: it gives up. Stopping here instead
+// would hand out a best path that need not be the cheapest.
 void DijkstraImproved::runWaves(const std::shared_ptr<KRVNavGraph>& graph) {
-  while (!nodesToCheck_.empty()) {
-    iteration(graph);
-    // An interruption just after a wave counts as one within it; the best path so far may not be
-    // the cheapest. One after the last wave comes too late.
-    if (interrupted() && !nodesToCheck_.empty()) giveUp();
-  }
+  while (!nodesToCheck_.empty()) iteration(graph);
 }
 
 void DijkstraImproved::iteration(const std::shared_ptr<KRVNavGraph>& /*with*/) {
@@ -81,6 +78,7 @@ void DijkstraImproved::expand(const KRVNavPoint& point, Wave& next) {
 void DijkstraImproved::relax(const KRVNavPoint& point, const KRVNavEdge& edge, Wave& next) {
   if (lookForBarrierFreeRoute_ && !edge.isBarrierFree()) return;
   const std::shared_ptr<KRVNavPoint> end = edge.end();
+  if (!end) KORVANI_FATAL("an edge of the graph has no end node");
   const std::optional<PathIndex> old = find(*end);
   const std::optional<PathIndex> current = find(point);
   if (!current) KORVANI_FATAL("Point to check without label");

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// The commands of korvani-nav. Each does its work and gives the process's exit status; what is
+/// wrong with its input it throws.
+
+namespace KorvaniTools {
+
+inline constexpr int kExitOk = 0;
+inline constexpr int kExitNoRoute = 1;
+inline constexpr int kExitBadInput = 2;
+
+/// Shows what is in a building file.
+int runInfo(const std::string& file);
+
+struct ConfigOptions {
+  std::string format = "text";  ///< text or json
+};
+
+/// Lists everything that can be configured.
+int runConfig(const ConfigOptions& options);
+
+struct RouteOptions {
+  std::string file;
+  std::string from;
+  std::vector<std::string> to;
+  bool barrierFree = false;
+  bool optimise = false;
+  std::vector<std::string> settings;  ///< KEY=VALUE
+  std::string format = "text";        ///< text, json or geojson
+  std::string output;                 ///< path, or empty for standard output
+};
+
+/// Shows the route between two places.
+int runRoute(const RouteOptions& options);
+
+}  // namespace KorvaniTools
