@@ -34,6 +34,7 @@ Spot RealMaps::spot(const std::string& text) const {
 RouteFacts RealMaps::route(const std::string& from, const std::vector<std::string>& to,
                            bool barrierFree) const {
   std::vector<Spot> destinations;
+  destinations.reserve(to.size());
   for (const std::string& each : to) destinations.push_back(spot(each));
   const RouteAnswer answer = KorvaniTools::searchRoute(spot(from), destinations, barrierFree);
   RouteFacts facts;

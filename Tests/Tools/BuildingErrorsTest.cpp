@@ -78,7 +78,7 @@ TEST(BuildingErrors, AFolderIsNoBuilding) {
 TEST(BuildingErrors, TextThatIsNotJson) {
   expectError("", {}, "", "unexpected end of input", "JSON");
   expectError("<xml/>", {}, "", "line 1, column 1", "JSON");
-  expectError("{\"type\":\"FeatureCollection\"", {}, "", "unexpected end of input", "JSON");
+  expectError(R"({"type":"FeatureCollection")", {}, "", "unexpected end of input", "JSON");
 }
 
 TEST(BuildingErrors, JsonThatBreaksOffInAFeatureNamesTheFeature) {
@@ -92,7 +92,7 @@ TEST(BuildingErrors, JsonThatBreaksOffAfterTheFeaturesNamesNone) {
 }
 
 TEST(BuildingErrors, NotANumberIsNotJson) {
-  expectFeatureError(featureOf("node", "\"id\":2,\"level\":0", "Point", "[NaN,48]"), "",
+  expectFeatureError(featureOf("node", R"("id":2,"level":0)", "Point", "[NaN,48]"), "",
                      "parse error", "JSON");
 }
 
@@ -102,7 +102,7 @@ TEST(BuildingErrors, BytesThatAreNotUtf8AreNotJson) {
 }
 
 TEST(BuildingErrors, ANumberBeyondEveryDoubleIsNotFinite) {
-  expectFeatureError(featureOf("node", "\"id\":2,\"level\":0", "Point", "[1e999,48]"), "", "1e999",
+  expectFeatureError(featureOf("node", R"("id":2,"level":0)", "Point", "[1e999,48]"), "", "1e999",
                      "finite");
   expectFeatureError(edgeOf(1, 1, "\"distance\":1e999"), "", "1e999", "finite");
   expectFeatureError(edgeOf(1, 1, "\"multiplicator\":-1e999"), "", "-1e999", "finite");
@@ -135,7 +135,7 @@ TEST(BuildingErrors, IllTypedMembersOfTheFile) {
 TEST(BuildingErrors, AnyFormatVersionButOne) {
   expectError(buildingText({}, "\"formatVersion\":2"), {}, "formatVersion", "2", "1");
   expectError(buildingText({}, "\"formatVersion\":1.5"), {}, "formatVersion", "1.5", "1");
-  expectError(buildingText({}, "\"formatVersion\":\"1\""), {}, "formatVersion", "\"1\"", "1");
+  expectError(buildingText({}, R"("formatVersion":"1")"), {}, "formatVersion", "\"1\"", "1");
   EXPECT_FALSE(errorIn(buildingText({}, "\"formatVersion\":1.0")));
   EXPECT_FALSE(errorIn(buildingText({}, "\"formatVersion\":null")));
 }
@@ -186,7 +186,7 @@ TEST(BuildingErrors, AMissingGeometry) {
 
 TEST(BuildingErrors, APositionOutsideTheEarth) {
   for (const char* position : {"[180.5,48]", "[-180.5,48]", "[11,90.5]", "[11,-91]", "[48,1100]"}) {
-    expectFeatureError(featureOf("node", "\"id\":2,\"level\":0", "Point", position),
+    expectFeatureError(featureOf("node", R"("id":2,"level":0)", "Point", position),
                        "geometry of a node", position, "latitude from -90 to 90");
   }
   EXPECT_FALSE(errorIn(buildingText({nodeAt(1, 0, 180, 90), nodeAt(2, 0, -180, -90)})));
@@ -213,7 +213,7 @@ TEST(BuildingErrors, APositionOutsideTheEarthInAnyKindOfFeature) {
 
 TEST(BuildingErrors, APositionThatIsNone) {
   for (const char* position : {"[11]", "[]", "{}", "null", "[\"11\",48]", "[null,48]", "5"}) {
-    expectFeatureError(featureOf("node", "\"id\":2,\"level\":0", "Point", position),
+    expectFeatureError(featureOf("node", R"("id":2,"level":0)", "Point", position),
                        "geometry of a node", "", "a position");
   }
   expectFeatureError(featureOf("obstacle", "\"level\":0", "LineString", "7"),
@@ -237,28 +237,28 @@ TEST(BuildingErrors, AMissingRequiredProperty) {
                      "level of an obstacle", "nothing", "an integer");
   expectFeatureError(featureOf("place", "\"level\":0", "Point", "[11,48]"), "name of a place",
                      "nothing", "a string");
-  expectFeatureError(featureOf("place", "\"name\":\"Desk\"", "Point", "[11,48]"),
-                     "level of a place", "nothing", "an integer");
+  expectFeatureError(featureOf("place", R"("name":"Desk")", "Point", "[11,48]"), "level of a place",
+                     "nothing", "an integer");
   expectFeatureError(featureOf("room", "", "Polygon", "[[[11,48]]]"), "level of a room", "nothing",
                      "an integer");
 }
 
 TEST(BuildingErrors, NullCountsAsMissing) {
-  expectFeatureError(featureOf("node", "\"id\":null,\"level\":0", "Point", "[11,48]"),
+  expectFeatureError(featureOf("node", R"("id":null,"level":0)", "Point", "[11,48]"),
                      "id of a node", "nothing", "an integer");
 }
 
 TEST(BuildingErrors, AnIllTypedProperty) {
   expectFeatureError(nodeAt(2, 0, 11, 48, "\"region\":4"), "region of a node", "4", "a string");
-  expectFeatureError(featureOf("node", "\"id\":\"2\",\"level\":0", "Point", "[11,48]"),
-                     "id of a node", "\"2\"", "an integer");
-  expectFeatureError(featureOf("node", "\"id\":2.5,\"level\":0", "Point", "[11,48]"),
-                     "id of a node", "2.5", "an integer");
+  expectFeatureError(featureOf("node", R"("id":"2","level":0)", "Point", "[11,48]"), "id of a node",
+                     "\"2\"", "an integer");
+  expectFeatureError(featureOf("node", R"("id":2.5,"level":0)", "Point", "[11,48]"), "id of a node",
+                     "2.5", "an integer");
   expectFeatureError(edgeOf(1, 1, "\"oneway\":1"), "oneway of an edge", "1", "true or false");
-  expectFeatureError(edgeOf(1, 1, "\"barrierFree\":\"yes\""), "barrierFree of an edge", "\"yes\"",
+  expectFeatureError(edgeOf(1, 1, R"("barrierFree":"yes")"), "barrierFree of an edge", "\"yes\"",
                      "true or false");
   expectFeatureError(edgeOf(1, 1, "\"type\":[]"), "type of an edge", "[]", "a string");
-  expectFeatureError(edgeOf(1, 1, "\"distance\":\"5\""), "distance of an edge", "\"5\"",
+  expectFeatureError(edgeOf(1, 1, R"("distance":"5")"), "distance of an edge", "\"5\"",
                      "metres above 0");
   expectFeatureError(edgeOf(1, 1, "\"multiplicator\":true"), "multiplicator of an edge", "true",
                      "above 0");
@@ -270,18 +270,18 @@ TEST(BuildingErrors, AnIllTypedProperty) {
                      "a string");
   expectFeatureError(placeAt("Desk", 0, 11, 48, "\"entrance\":0"), "entrance of a place", "0",
                      "true or false");
-  expectFeatureError(featureOf("place", "\"name\":1,\"level\":0", "Point", "[11,48]"),
+  expectFeatureError(featureOf("place", R"("name":1,"level":0)", "Point", "[11,48]"),
                      "name of a place", "1", "a string");
-  expectFeatureError(featureOf("room", "\"level\":0,\"name\":1", "Polygon", "[[[11,48]]]"),
+  expectFeatureError(featureOf("room", R"("level":0,"name":1)", "Polygon", "[[[11,48]]]"),
                      "name of a room", "1", "a string");
-  expectFeatureError(featureOf("room", "\"level\":0,\"category\":1", "Polygon", "[[[11,48]]]"),
+  expectFeatureError(featureOf("room", R"("level":0,"category":1)", "Polygon", "[[[11,48]]]"),
                      "category of a room", "1", "a string");
 }
 
 TEST(BuildingErrors, ALevelThatIsNotWholeOrTooFarUpOrDown) {
   for (const char* level : {"1001", "-1001", "0.5", "1e300", "\"1\"", "18446744073709551615"}) {
     expectFeatureError(
-        featureOf("node", "\"id\":2,\"level\":" + std::string(level), "Point", "[11,48]"),
+        featureOf("node", R"("id":2,"level":)" + std::string(level), "Point", "[11,48]"),
         "level of a node", "", "an integer from -1000 to 1000");
   }
   EXPECT_FALSE(errorIn(buildingText({nodeAt(1, 1000, 11, 48), nodeAt(2, -1000, 11, 48)})));
@@ -292,9 +292,8 @@ TEST(BuildingErrors, ANegativeNodeId) {
 }
 
 TEST(BuildingErrors, ANodeIdThat64BitsDoNotHold) {
-  expectFeatureError(
-      featureOf("node", "\"id\":9223372036854775808,\"level\":0", "Point", "[11,48]"),
-      "id of a node", "9223372036854775808", "an integer");
+  expectFeatureError(featureOf("node", R"("id":9223372036854775808,"level":0)", "Point", "[11,48]"),
+                     "id of a node", "9223372036854775808", "an integer");
 }
 
 TEST(BuildingErrors, ADuplicateNodeId) {
@@ -303,23 +302,23 @@ TEST(BuildingErrors, ADuplicateNodeId) {
 }
 
 TEST(BuildingErrors, ADuplicateRegionName) {
-  expectError(buildingText({regionOf(0, 10, 47, 12, 49, "\"name\":\"East\""),
-                            regionOf(1, 10, 47, 12, 49, "\"name\":\"East\"")}),
+  expectError(buildingText({regionOf(0, 10, 47, 12, 49, R"("name":"East")"),
+                            regionOf(1, 10, 47, 12, 49, R"("name":"East")")}),
               1, "name of a region", "\"East\" a second time", "of its own");
 }
 
 TEST(BuildingErrors, AnUnknownRegionName) {
-  expectFeatureError(nodeAt(2, 0, 11, 48, "\"region\":\"West\""), "region of a node", "\"West\"",
+  expectFeatureError(nodeAt(2, 0, 11, 48, R"("region":"West")"), "region of a node", "\"West\"",
                      "the name of a region");
-  expectFeatureError(wallOf(0, "[[11,48],[11,49]]", "\"region\":\"West\""), "region of an obstacle",
+  expectFeatureError(wallOf(0, "[[11,48],[11,49]]", R"("region":"West")"), "region of an obstacle",
                      "\"West\"", "the name of a region");
 }
 
 TEST(BuildingErrors, ARegionOfAnotherLevel) {
-  const std::string region = regionOf(3, 10, 47, 12, 49, "\"name\":\"Top\"");
-  expectError(buildingText({region, nodeAt(2, 2, 11, 48, "\"region\":\"Top\"")}), 1,
+  const std::string region = regionOf(3, 10, 47, 12, 49, R"("name":"Top")");
+  expectError(buildingText({region, nodeAt(2, 2, 11, 48, R"("region":"Top")")}), 1,
               "region of a node", "\"Top\" of level 3", "a region of level 2");
-  expectError(buildingText({wallOf(2, "[[11,48],[11,49]]", "\"region\":\"Top\""), region}), 0,
+  expectError(buildingText({wallOf(2, "[[11,48],[11,49]]", R"("region":"Top")"), region}), 0,
               "region of an obstacle", "\"Top\" of level 3", "a region of level 2");
 }
 
@@ -330,9 +329,9 @@ TEST(BuildingErrors, AnEdgeToAnUnknownNode) {
 }
 
 TEST(BuildingErrors, AnEdgeWithoutExactlyTwoPositions) {
-  expectFeatureError(featureOf("edge", "\"from\":1,\"to\":1", "LineString", "[[0,0]]"),
+  expectFeatureError(featureOf("edge", R"("from":1,"to":1)", "LineString", "[[0,0]]"),
                      "geometry of an edge", "1 position", "exactly two");
-  expectFeatureError(featureOf("edge", "\"from\":1,\"to\":1", "LineString", "[[0,0],[1,1],[2,2]]"),
+  expectFeatureError(featureOf("edge", R"("from":1,"to":1)", "LineString", "[[0,0],[1,1],[2,2]]"),
                      "geometry of an edge", "3 positions", "exactly two");
 }
 
@@ -355,7 +354,7 @@ TEST(BuildingErrors, AnObstacleWithoutPositions) {
 
 TEST(BuildingErrors, LongTextIsShortenedWithoutBreakingACharacter) {
   const std::string name = std::string(59, 'x') + "\xc3\xa4" + std::string(100, 'y');
-  const auto error = errorIn(buildingText({nodeAt(1, 0, 11, 48, "\"region\":\"" + name + '"')}));
+  const auto error = errorIn(buildingText({nodeAt(1, 0, 11, 48, R"("region":")" + name + '"')}));
   ASSERT_TRUE(error);
   EXPECT_EQ(error->found(), '"' + std::string(59, 'x') + "...\"");
 }

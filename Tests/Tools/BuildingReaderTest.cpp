@@ -58,13 +58,13 @@ TEST(BuildingReader, ReadsANode) {
 
 TEST(BuildingReader, APositionMayHaveAHeightThatIsIgnored) {
   const Building building =
-      parsed({featureOf("node", "\"id\":1,\"level\":0", "Point", "[11,48,520.5]")});
+      parsed({featureOf("node", R"("id":1,"level":0)", "Point", "[11,48,520.5]")});
   EXPECT_EQ(building.nodes[0].coordinate.longitude, 11);
 }
 
 TEST(BuildingReader, ANumberEqualToAWholeNumberIsAnInteger) {
   const Building building =
-      parsed({featureOf("node", "\"id\":2e1,\"level\":-1.0", "Point", "[11,48]")});
+      parsed({featureOf("node", R"("id":2e1,"level":-1.0)", "Point", "[11,48]")});
   EXPECT_EQ(building.nodes[0].id, 20);
   EXPECT_EQ(building.nodes[0].level, -1);
 }
@@ -98,8 +98,8 @@ TEST(BuildingReader, NullCountsAsAbsent) {
   const Building building =
       parsed({nodeAt(1, 0, 11, 48, "\"region\":null"),
               edgeOf(1, 1, R"("oneway":null,"distance":null,"multiplicator":null,"type":null)"),
-              placeAt("Desk", 0, 11, 48, "\"entrance\":null,\"phone\":null")},
-             "\"name\":null,\"levels\":null");
+              placeAt("Desk", 0, 11, 48, R"("entrance":null,"phone":null)")},
+             R"("name":null,"levels":null)");
   EXPECT_FALSE(building.name);
   EXPECT_EQ(building.edges[0].multiplicator, 1.0);
   EXPECT_FALSE(building.edges[0].type);
@@ -109,14 +109,14 @@ TEST(BuildingReader, NullCountsAsAbsent) {
 
 TEST(BuildingReader, WhatAFeatureNamesMayComeLater) {
   const Building building =
-      parsed({edgeOf(1, 2), nodeAt(1, 0, 11, 48, "\"region\":\"Hall\""), nodeAt(2, 0, 11, 48),
-              regionOf(0, 10, 47, 12, 49, "\"name\":\"Hall\"")});
+      parsed({edgeOf(1, 2), nodeAt(1, 0, 11, 48, R"("region":"Hall")"), nodeAt(2, 0, 11, 48),
+              regionOf(0, 10, 47, 12, 49, R"("name":"Hall")")});
   EXPECT_EQ(building.edges.size(), 1U);
   EXPECT_EQ(building.nodes[0].region, 0U);
 }
 
 TEST(BuildingReader, ARegionsRectangleIsItsPolygonsBoundingBox) {
-  const Building building = parsed({featureOf("region", "\"level\":4,\"name\":\"L\"", "Polygon",
+  const Building building = parsed({featureOf("region", R"("level":4,"name":"L")", "Polygon",
                                               "[[[11,48],[13,48.5],[12,50]],[[11.5,47.5]]]")});
   ASSERT_EQ(building.regions.size(), 1U);
   EXPECT_EQ(building.regions[0].level, 4);
@@ -183,15 +183,15 @@ TEST(BuildingReader, CountsUnknownKindsAndDoesNotLookAtThem) {
 
 TEST(BuildingReader, CountsUnknownPropertiesByKind) {
   const Building building =
-      parsed({nodeAt(1, 0, 11, 48, "\"colour\":\"red\""), nodeAt(2, 0, 11, 48, "\"colour\":1"),
-              edgeOf(1, 2, "\"region\":\"x\",\"nothing\":null")});
+      parsed({nodeAt(1, 0, 11, 48, R"("colour":"red")"), nodeAt(2, 0, 11, 48, "\"colour\":1"),
+              edgeOf(1, 2, R"("region":"x","nothing":null)")});
   EXPECT_THAT(building.summary.ignoredProperties,
               ElementsAre(Pair(Pair("edge", "region"), 1), Pair(Pair("node", "colour"), 2)));
 }
 
 TEST(BuildingReader, ReadsAFile) {
   const auto path = std::filesystem::temp_directory_path() / "korvani-reader-test.geojson";
-  std::ofstream(path) << buildingText({nodeAt(1, 0, 11, 48)}, "\"name\":\"Hall\"");
+  std::ofstream(path) << buildingText({nodeAt(1, 0, 11, 48)}, R"("name":"Hall")");
   const Building building = readBuilding(path);
   std::filesystem::remove(path);
   EXPECT_EQ(building.name, "Hall");

@@ -13,8 +13,8 @@ using KorvaniTools::Building;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const std::string kWest = regionOf(0, 10, 47, 11, 48, "\"name\":\"West\"");
-const std::string kEast = regionOf(0, 12, 47, 13, 48, "\"name\":\"East\"");
+const std::string kWest = regionOf(0, 10, 47, 11, 48, R"("name":"West")");
+const std::string kEast = regionOf(0, 12, 47, 13, 48, R"("name":"East")");
 
 TEST(BuildingRegions, ANodeGoesIntoTheFirstRegionOfItsLevelThatContainsIt) {
   const Building building = parsed({regionOf(1, 0, 0, 20, 80), kEast, regionOf(0, 0, 0, 20, 80),
@@ -29,7 +29,7 @@ TEST(BuildingRegions, ABorderBelongsToTheRegion) {
 }
 
 TEST(BuildingRegions, ANodeThatNamesARegionGoesThereEvenFromOutside) {
-  const Building building = parsed({kWest, kEast, nodeAt(1, 0, 10.5, 47.5, "\"region\":\"East\"")});
+  const Building building = parsed({kWest, kEast, nodeAt(1, 0, 10.5, 47.5, R"("region":"East")")});
   EXPECT_EQ(building.nodes[0].region, 1U);
 }
 
@@ -68,7 +68,7 @@ TEST(BuildingRegions, ItIsTheObstaclesBoxThatTouches) {
 
 TEST(BuildingRegions, AnObstacleThatNamesARegionGoesThereAlone) {
   const Building building =
-      parsed({kWest, kEast, wallOf(0, "[[10.5,47.5],[12.5,47.5]]", "\"region\":\"East\"")});
+      parsed({kWest, kEast, wallOf(0, "[[10.5,47.5],[12.5,47.5]]", R"("region":"East")")});
   EXPECT_THAT(building.obstacles[0].lines[0].regions, ElementsAre(1));
 }
 

@@ -80,7 +80,7 @@ inline std::string wallOf(int level, const std::string& positions, const std::st
 inline std::string placeAt(const std::string& name, int level, double longitude, double latitude,
                            const std::string& more = "") {
   return featureOf("place",
-                   "\"name\":\"" + name + "\",\"level\":" + std::to_string(level) + also(more),
+                   R"("name":")" + name + R"(","level":)" + std::to_string(level) + also(more),
                    "Point", positionOf(longitude, latitude));
 }
 

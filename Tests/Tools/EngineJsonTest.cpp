@@ -12,13 +12,18 @@
 namespace KorvaniTest {
 namespace {
 
-using namespace KorvaniTools;
 using KorvaniNavigation::Directions;
 using KorvaniNavigation::DirectionsType;
 using KorvaniNavigation::Route;
 using KorvaniNavigation::Step;
 using KorvaniPlatform::Dictionary;
 using KorvaniPlatform::Number;
+using KorvaniTools::jsonText;
+using KorvaniTools::numberJson;
+using KorvaniTools::OrderedJson;
+using KorvaniTools::pointJson;
+using KorvaniTools::routeJson;
+using KorvaniTools::valueJson;
 
 TEST(EngineJson, NumbersKeepTheirKind) {
   EXPECT_EQ(jsonText(valueJson(Number::boolean(true))), "true");

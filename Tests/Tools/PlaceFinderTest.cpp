@@ -92,7 +92,7 @@ TEST_F(Places, OnAnotherLevelAreSaidToBeThere) {
 
 TEST_F(Places, UnknownOnesAreAnsweredWithTheNearestMatch) {
   EXPECT_EQ(complaintAbout("Loby"),
-            "no place is called \"Loby\"; did you mean \"LOBBY\" or \"Lobby\"?");
+            R"(no place is called "Loby"; did you mean "LOBBY" or "Lobby"?)");
   EXPECT_THAT(complaintAbout("left"), HasSubstr("did you mean \"Room A, left, 2\"?"));
   EXPECT_THAT(complaintAbout("Kiosc@1"), HasSubstr("did you mean \"Kiosk\"?"));
   EXPECT_THAT(finder_.closestNames("Hall", 3), ElementsAre("Hall 1"));

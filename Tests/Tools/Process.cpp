@@ -1,10 +1,12 @@
 #include "Tools/Process.hpp"
 
+#include <pty.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -42,6 +44,36 @@ Outcome runTool(const std::vector<std::string>& arguments, const std::string& en
   const int status = pclose(pipe);
   if (WIFEXITED(status)) outcome.status = WEXITSTATUS(status);
   outcome.errors = errors.text();
+  return outcome;
+}
+
+Outcome runToolOnTerminal(const std::vector<std::string>& arguments,
+                          const std::vector<std::pair<std::string, std::string>>& environment) {
+  std::vector<std::string> texts{KORVANI_NAV_PATH};
+  texts.insert(texts.end(), arguments.begin(), arguments.end());
+  std::vector<char*> words;
+  words.reserve(texts.size() + 1);
+  for (std::string& text : texts) words.push_back(text.data());
+  words.push_back(nullptr);
+  Outcome outcome;
+  int terminal = -1;
+  const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+  if (child < 0) return outcome;
+  if (child == 0) {
+    unsetenv("NO_COLOR");
+    for (const auto& [name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
+    execv(words.front(), words.data());
+    _exit(127);
+  }
+  std::array<char, 4096> buffer{};
+  // Reading fails, rather than ends, when the other side of a terminal is closed.
+  for (ssize_t count = 0; (count = read(terminal, buffer.data(), buffer.size())) > 0;) {
+    outcome.output.append(buffer.data(), static_cast<std::size_t>(count));
+  }
+  close(terminal);
+  int status = 0;
+  waitpid(child, &status, 0);
+  if (WIFEXITED(status)) outcome.status = WEXITSTATUS(status);
   return outcome;
 }
 

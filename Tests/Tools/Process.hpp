@@ -3,6 +3,7 @@
 /// Runs korvani-nav as a process.
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace KorvaniTest {
@@ -17,6 +18,11 @@ struct Outcome {
 /// Runs korvani-nav with those arguments, each as it is, and waits for it.
 /// @param environment assignments for the shell, e.g. "NO_COLOR=1"
 Outcome runTool(const std::vector<std::string>& arguments, const std::string& environment = "");
+
+/// The same with a terminal as the tool's standard output; what it writes to either stream is in
+/// `output`, with the terminal's line ends.
+Outcome runToolOnTerminal(const std::vector<std::string>& arguments,
+                          const std::vector<std::pair<std::string, std::string>>& environment);
 
 /// A file of this process's own that is removed with the object.
 class TemporaryFile {

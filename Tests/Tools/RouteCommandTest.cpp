@@ -150,7 +150,7 @@ TEST_F(RouteCommand, OptimisingCutsCorners) {
   const std::vector<std::string> plain{"route", small.path(),        "--from",   "48,11,0",
                                        "--to",  "48.0003,11.0001,0", "--format", "json"};
   std::vector<std::string> optimised = plain;
-  optimised.push_back("--optimise");
+  optimised.emplace_back("--optimise");
   const json whole = json::parse(runTool(plain).output);
   const json cut = json::parse(runTool(optimised).output);
   EXPECT_LT(cut["route"]["totalDistance"].get<double>(),

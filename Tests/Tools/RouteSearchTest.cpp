@@ -10,7 +10,12 @@
 namespace KorvaniTest {
 namespace {
 
-using namespace KorvaniTools;
+using KorvaniTools::destinationAt;
+using KorvaniTools::InputError;
+using KorvaniTools::makeGraph;
+using KorvaniTools::requireRegions;
+using KorvaniTools::searchRoute;
+using KorvaniTools::Spot;
 
 Spot spot(double latitude, double longitude, std::int64_t level = 0) {
   return {"spot", {latitude, longitude}, level};

@@ -12,7 +12,19 @@
 namespace KorvaniTest {
 namespace {
 
-using namespace KorvaniTools;
+using KorvaniTools::compassPoint;
+using KorvaniTools::counted;
+using KorvaniTools::decimals;
+using KorvaniTools::duration;
+using KorvaniTools::editDistance;
+using KorvaniTools::foldedCase;
+using KorvaniTools::LevelNames;
+using KorvaniTools::metres;
+using KorvaniTools::parseNumber;
+using KorvaniTools::parseWholeNumber;
+using KorvaniTools::split;
+using KorvaniTools::trimmed;
+using KorvaniTools::width;
 using testing::ElementsAre;
 
 TEST(Text, FoldingChangesAsciiCapitalsOnly) {

@@ -72,8 +72,8 @@ void checkEdges(const Building& building, const std::string& file) {
   std::set<std::int64_t> ids;
   for (const BuildingNode& node : building.nodes) ids.insert(node.id);
   for (const BuildingEdge& edge : building.edges) {
-    const bool fromKnown = ids.count(edge.from) != 0;
-    if (fromKnown && ids.count(edge.to) != 0) continue;
+    const bool fromKnown = ids.contains(edge.from);
+    if (fromKnown && ids.contains(edge.to)) continue;
     throw BuildingError(file, edge.feature, fromKnown ? "to of an edge" : "from of an edge",
                         std::to_string(fromKnown ? edge.to : edge.from), "the id of a node");
   }

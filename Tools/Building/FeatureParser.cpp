@@ -9,7 +9,7 @@ namespace KorvaniTools {
 
 /// One feature while it is read.
 struct FeatureParser::Feature {
-  std::size_t index;
+  std::size_t index = 0;
   const Json& properties;
   Fields fields;
   Geometry geometry;

@@ -73,6 +73,7 @@ class FieldSetting final : public ConfigSetting {
 
 std::vector<const ConfigSetting*> makeSettings() {
   std::vector<const ConfigSetting*> settings;
+  settings.reserve(KRVNavigationConfigItem::allCases.size() + 3);
   for (const KRVNavigationConfigItem item : KRVNavigationConfigItem::allCases) {
     settings.push_back(new ItemSetting(item));
   }

@@ -17,7 +17,7 @@ std::string LevelNames::name(std::int64_t level) const {
 
 std::string LevelNames::words(std::int64_t level) const {
   const std::string number = std::to_string(level);
-  const std::string plain = "level " + number;
+  std::string plain = "level " + number;
   const std::string called = name(level);
   const std::string folded = foldedCase(called);
   if (called.empty() || folded == number || folded == plain) return plain;

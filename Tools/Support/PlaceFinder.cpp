@@ -150,9 +150,12 @@ void PlaceFinder::refuseAmbiguous(std::string_view text, const Matches& matches)
     const auto onLevel = std::count_if(matches.begin(), matches.end(), [&](const Place* other) {
       return other->level == place->level && other->name == place->name;
     });
-    const std::string byLevel = place->name + '@' + std::to_string(place->level);
-    message += "\n  " + (onLevel == 1 ? byLevel + "  at " + coordinates
-                                      : coordinates + "  on " + levels_.words(place->level));
+    message += "\n  ";
+    if (onLevel == 1) {
+      message += place->name + '@' + std::to_string(place->level) + "  at " + coordinates;
+    } else {
+      message += coordinates + "  on " + levels_.words(place->level);
+    }
   }
   throw InputError(message);
 }

@@ -106,9 +106,8 @@ class Narrator {
   std::string leadOf(const RouteStretch& stretch) {
     if (stretch.isWithoutWalk()) return "";
     const std::string passages = passagesOf(stretch);
-    const std::string lead = leavingOf(stretch, ", ") + (announced_ ? "after these " : "in ") +
-                             metres(stretch.walked()) +
-                             (passages.empty() ? " " : ", " + passages + ", ");
+    std::string lead = leavingOf(stretch, ", ") + (announced_ ? "after these " : "in ") +
+                       metres(stretch.walked()) + (passages.empty() ? " " : ", " + passages + ", ");
     announced_ = false;
     return lead;
   }

@@ -8,7 +8,6 @@
 namespace KorvaniTools {
 namespace {
 
-using KorvaniNavigation::KRVNavPoint;
 using KorvaniNavigation::Route;
 using KorvaniNavigation::Step;
 

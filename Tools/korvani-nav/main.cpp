@@ -5,13 +5,17 @@
 #include <exception>
 #include <functional>
 #include <iostream>
+#include <memory>
 #include <string>
 
 #include "korvani-nav/Commands.hpp"
 
 namespace {
 
-using namespace KorvaniTools;
+using KorvaniTools::ConfigOptions;
+using KorvaniTools::kExitBadInput;
+using KorvaniTools::kExitOk;
+using KorvaniTools::RouteOptions;
 
 constexpr auto kExamples =
     "Examples:\n"
@@ -38,7 +42,7 @@ void addInfo(CLI::App& app, std::function<int()>& command) {
   auto* info = app.add_subcommand("info", "Show what is in a building file");
   const auto file = std::make_shared<std::string>();
   info->add_option("FILE", *file, "A building file, NAME.building.geojson")->required();
-  info->callback([file, &command] { command = [file] { return runInfo(*file); }; });
+  info->callback([file, &command] { command = [file] { return KorvaniTools::runInfo(*file); }; });
 }
 
 void addConfig(CLI::App& app, std::function<int()>& command) {
@@ -46,7 +50,8 @@ void addConfig(CLI::App& app, std::function<int()>& command) {
   const auto options = std::make_shared<ConfigOptions>();
   config->add_option("--format", options->format, "text (default) or json")
       ->check(CLI::IsMember({"text", "json"}));
-  config->callback([options, &command] { command = [options] { return runConfig(*options); }; });
+  config->callback(
+      [options, &command] { command = [options] { return KorvaniTools::runConfig(*options); }; });
 }
 
 void addRoute(CLI::App& app, std::function<int()>& command) {
@@ -69,7 +74,8 @@ void addRoute(CLI::App& app, std::function<int()>& command) {
       ->check(CLI::IsMember({"text", "json", "geojson"}));
   route->add_option("-o,--output", options->output, "Write to this file")->type_name("PATH");
   route->footer(kRouteNotes);
-  route->callback([options, &command] { command = [options] { return runRoute(*options); }; });
+  route->callback(
+      [options, &command] { command = [options] { return KorvaniTools::runRoute(*options); }; });
 }
 
 int run(int argc, char** argv) {

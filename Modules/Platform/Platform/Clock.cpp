@@ -52,9 +52,10 @@ void announceClockJump() {
   if (handler) handler();
 }
 
-void setClockJumpHandler(std::function<void()> handler) {
+std::function<void()> setClockJumpHandler(std::function<void()> handler) {
   const std::lock_guard lock(state().mutex);
   state().jumpHandler.swap(handler);
+  return handler;
 }
 
 }  // namespace KorvaniPlatform

@@ -68,7 +68,7 @@ KORVANI_API void setClock(std::shared_ptr<Clock> replacement);
 KORVANI_API void announceClockJump();
 
 /// For the main queue, which is the only one that sleeps by the clock: `handler` runs at every
-/// announced jump, on the announcing thread. A later handler replaces an earlier one.
-KORVANI_API void setClockJumpHandler(std::function<void()> handler);
+/// announced jump, on the announcing thread. Returns the handler that it replaces.
+KORVANI_API std::function<void()> setClockJumpHandler(std::function<void()> handler);
 
 }  // namespace KorvaniPlatform

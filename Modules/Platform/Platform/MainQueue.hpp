@@ -67,7 +67,8 @@ class KORVANI_API MainQueue final : public Executor {
   void runUntilIdle();
 
   /// Serves the queue until `stop()`, sleeping while there is nothing to do. The calling thread
-  /// becomes the main thread. An attached host is left alone meanwhile.
+  /// becomes the main thread. An attached host is left alone meanwhile. Where the main thread must
+  /// not sleep, as in a browser page, a host is attached instead.
   void run();
 
   /// Makes `run()` return as soon as the pump that is under way has ended. A stop that comes when

@@ -266,5 +266,12 @@ TEST_F(DijkstraImprovedDeathTest, FewerDistancesThanStartsAreAProgrammingError) 
   EXPECT_DEATH(find("AB", {1}, "C"), "Start point without distance");
 }
 
+TEST_F(DijkstraImprovedDeathTest, AnEdgeWithoutEndNodeIsAProgrammingError) {
+  const auto& a = building.point("A");
+  building.graph()->addEdge(std::make_shared<KRVNavEdge>(a, nullptr, 1, 1, true), *a,
+                            *building.point("B"));
+  EXPECT_DEATH(find("A", {0}, "C"), "an edge of the graph has no end node");
+}
+
 }  // namespace
 }  // namespace KorvaniTest

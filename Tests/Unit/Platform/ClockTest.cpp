@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <thread>
 #include <vector>
 
@@ -81,6 +82,7 @@ TEST_F(ClockTest, AManualClockNeverGoesBack) {
 TEST_F(ClockTest, AdvancesFromSeveralThreadsAddUp) {
   ManualClock time;
   std::vector<std::thread> threads;
+  threads.reserve(4);
   for (int i = 0; i < 4; ++i) {
     threads.emplace_back([&] {
       for (int step = 0; step < 1000; ++step) time.advance(milliseconds(1));
@@ -93,14 +95,15 @@ TEST_F(ClockTest, AdvancesFromSeveralThreadsAddUp) {
 class JumpHandlerTest : public ClockTest {
  protected:
   void SetUp() override {
-    setClockJumpHandler([this] { ++jumps_; });
+    former_ = setClockJumpHandler([this] { ++jumps_; });
   }
   void TearDown() override {
-    setClockJumpHandler(nullptr);
+    setClockJumpHandler(former_);
     ClockTest::TearDown();
   }
 
   int jumps_ = 0;
+  std::function<void()> former_;
 };
 
 TEST_F(JumpHandlerTest, HearsOfReplacedClocksAndOfAdvances) {

@@ -309,6 +309,7 @@ TEST_F(NotificationCenterTest, ThreadsMayRegisterPostAndLeaveAtATime) {
   constexpr int kRounds = 500;
   std::atomic<int> heard{0};
   std::vector<std::thread> threads;
+  threads.reserve(kThreads);
   for (int i = 0; i < kThreads; ++i) {
     threads.emplace_back([&] {
       for (int round = 0; round < kRounds; ++round) {

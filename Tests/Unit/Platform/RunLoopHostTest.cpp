@@ -258,6 +258,7 @@ TEST_F(HostWithItsOwnLoopTest, RunsJobsFromManyThreadsWithoutLosingAny) {
   constexpr int kJobs = 1000;
   int ran = 0;  // On the loop's thread only.
   std::vector<std::thread> threads;
+  threads.reserve(kThreads);
   for (int i = 0; i < kThreads; ++i) {
     threads.emplace_back([&ran] {
       for (int job = 0; job < kJobs; ++job) mainQueue().async([&ran] { ++ran; });
@@ -273,6 +274,7 @@ TEST_F(HostWithItsOwnLoopTest, FiresTimersScheduledFromManyThreads) {
   constexpr int kTimers = 100;
   std::atomic<int> fired{0};
   std::vector<std::thread> threads;
+  threads.reserve(kThreads);
   for (int i = 0; i < kThreads; ++i) {
     threads.emplace_back([&fired, i] {
       for (int timer = 0; timer < kTimers; ++timer) {

@@ -233,6 +233,7 @@ TEST_F(TimerTest, EitherFiresOrIsCalledOffWhenThreadsRaceForIt) {
   constexpr int kTimers = 2000;
   int fired = 0;
   std::vector<std::shared_ptr<Timer>> timers;
+  timers.reserve(kTimers);
   for (int i = 0; i < kTimers; ++i) {
     timers.push_back(mainQueue().schedule(milliseconds(i % 10), [&fired] { ++fired; }));
   }

@@ -114,9 +114,8 @@ TEST(CreateRoute, GivesAMergedStepTheLaterEdgesProperties) {
   const auto a = place(0, 0);
   const auto b = place(0, 10);
   const auto c = place(0, 4);
-  const Route route =
-      createRoute({std::make_shared<KRVNavEdge>(a, b, 10.0, 1.5, true, "ramp"),
-                   std::make_shared<KRVNavEdge>(b, c, 6.0, 3.0, false, "stairs")});
+  const Route route = createRoute({std::make_shared<KRVNavEdge>(a, b, 10.0, 1.5, true, "ramp"),
+                                   std::make_shared<KRVNavEdge>(b, c, 6.0, 3.0, false, "stairs")});
   ASSERT_EQ(route.steps().size(), 1U);
   EXPECT_EQ(route.steps()[0].timeMultiplicator(), 3.0);
   EXPECT_FALSE(route.steps()[0].barrierFree());
@@ -138,6 +137,10 @@ TEST(CreateRoute, MergesReversalsWithinOneDegree) {
 TEST(CreateRoute, DoesNotMergeAReversalFromNorthToSouth) {
   EXPECT_EQ(routeOver({at(48, 11), at(48.001, 11), at(48.0004, 11)}).steps().size(), 2U);
   EXPECT_EQ(routeOver({at(48, 11), at(48.001, 11), at(47.999, 11)}).steps().size(), 2U);
+}
+
+TEST(CreateRoute, MergesAReversalFromSouthToNorth) {
+  EXPECT_EQ(routeOver({at(48, 11), at(47.999, 11), at(47.9996, 11)}).steps().size(), 1U);
 }
 
 TEST(CreateRoute, DoesNotMergeReversalsFromOneSideOfTheMeridianToTheOther) {

@@ -206,21 +206,23 @@ TEST(CutCorners, StopsCollapsingWhereTheLineWouldGetTooLong) {
 }
 
 TEST(CutCorners, WorksFromTheLastEdgeToTheFirst) {
-  // Three edges around two corners, of which only one can be cut: the one that comes last.
+  // Either corner could be cut, and after it the other one no more.
   const auto points =
-      std::vector<PointPtr>{place(0, 0), place(13, 0), place(13, 13), place(0, 13)};
-  const Edges output = cutCorners(way(points), detectorOf());
-  EXPECT_EQ(pointsOf(output), (std::vector<PointPtr>{points[0], points[3]}));
-  const auto longer =
       std::vector<PointPtr>{place(0, 0), place(14, 0), place(14, 14), place(28, 14)};
-  EXPECT_EQ(pointsOf(cutCorners(way(longer), detectorOf())),
-            (std::vector<PointPtr>{longer[0], longer[1], longer[3]}));
+  EXPECT_EQ(pointsOf(cutCorners(way(points), detectorOf())),
+            (std::vector<PointPtr>{points[0], points[1], points[3]}));
+}
+
+TEST(CutCorners, CutsTheCornerBetweenAnEdgeAndALineThatItMade) {
+  // The last corner is cut first; the first one is then one between an edge and a slanting line.
+  const auto points = std::vector<PointPtr>{place(0, 0), place(13, 0), place(13, 13), place(0, 13)};
+  EXPECT_EQ(pointsOf(cutCorners(way(points), detectorOf())),
+            (std::vector<PointPtr>{points[0], points[3]}));
 }
 
 TEST(CutCorners, GoesOnFromTheEdgeBeforeOneThatItKept) {
   // The last corner stays because of the wall; the first one is cut all the same.
-  const auto points =
-      std::vector<PointPtr>{place(0, 0), place(5, 0), place(5, 5), place(10, 5)};
+  const auto points = std::vector<PointPtr>{place(0, 0), place(5, 0), place(5, 5), place(10, 5)};
   EXPECT_EQ(pointsOf(cutCorners(way(points), wall(8, 2.9, 7, 3.1))),
             (std::vector<PointPtr>{points[0], points[2], points[3]}));
 }
