@@ -79,8 +79,14 @@ std::vector<CLLocation> RoutingTask::possibleDestinationLocations() const {
 }
 
 void RoutingTask::proceedTo(std::shared_ptr<KRVNavPoint> point) {
-  if (state_.load().destination) return;
-  runAfter([&] { state_.update([&](State& state) { state.point = std::move(point); }); });
+  // Looked at with the task claimed: an arrival that is being announced at this moment counts.
+  runAfter([&] {
+    return state_.update([&](State& state) {
+      if (state.destination) return false;
+      state.point = std::move(point);
+      return true;
+    });
+  });
 }
 
 void RoutingTask::updateDestinations(const Points& destinations) {

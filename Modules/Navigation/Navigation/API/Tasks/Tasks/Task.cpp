@@ -41,27 +41,29 @@ Task::Task(std::weak_ptr<ConfigDependents> configDependents, bool async)
 Task::~Task() { NotificationCenter::defaultCenter().removeObserver(this); }
 
 void Task::run() {
-  runAfter([] {});
+  runAfter([] { return true; });
 }
 
-void Task::runAfter(const std::function<void()>& prepare) {
+void Task::runAfter(const std::function<bool()>& prepare) {
   if (running_) return;
   if (graphSource().graph()) {
     start(prepare);
-  } else {
-    prepare();
+  } else if (prepare()) {
     observeGraphCreation();
   }
 }
 
 void Task::runUnlessGraphIsMissing() {
-  if (graphSource().graph()) start([] {});
+  if (graphSource().graph()) start([] { return true; });
 }
 
-void Task::start(const std::function<void()>& prepare) {
+void Task::start(const std::function<bool()>& prepare) {
   // Of several threads that come here at once only one starts the work.
   if (running_.exchange(true)) return;
-  prepare();
+  if (!prepare()) {
+    running_ = false;
+    return;
+  }
   auto self = shared_from_this();
   taskHost().appendTask(self);
   if (async_) {

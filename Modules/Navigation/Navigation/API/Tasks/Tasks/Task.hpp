@@ -84,9 +84,10 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   /// otherwise.
   void notify(KorvaniPlatform::Job block) const;
 
-  /// `run()` with a step in between: `prepare` is called once it is certain that this call
-  /// starts the work (or waits for the graph), before the work starts.
-  void runAfter(const std::function<void()>& prepare);
+  /// `run()` with a step in between: `prepare` is called once this call has claimed the task (or
+  /// is about to wait for the graph), before the work starts. When it returns false, nothing is
+  /// started after all.
+  void runAfter(const std::function<bool()>& prepare);
 
   /// `run()` that does not wait: does nothing when there is no graph.
   void runUnlessGraphIsMissing();
@@ -107,7 +108,7 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   /// task itself may already be in its next execution.
   struct Execution;
 
-  void start(const std::function<void()>& prepare);
+  void start(const std::function<bool()>& prepare);
   Execution* currentExecution() const;
   static void perform(std::shared_ptr<Task> task);
   static void bringHome(std::shared_ptr<Task> task, const Execution& execution);
