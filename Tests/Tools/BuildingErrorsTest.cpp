@@ -353,10 +353,11 @@ TEST(BuildingErrors, AnObstacleWithoutPositions) {
 }
 
 TEST(BuildingErrors, LongTextIsShortenedWithoutBreakingACharacter) {
-  const std::string name = std::string(59, 'x') + "\xc3\xa4" + std::string(100, 'y');
+  const std::string kept(59, 'x');
+  const std::string name = kept + "\xc3\xa4" + std::string(100, 'y');
   const auto error = errorIn(buildingText({nodeAt(1, 0, 11, 48, R"("region":")" + name + '"')}));
   ASSERT_TRUE(error);
-  EXPECT_EQ(error->found(), '"' + std::string(59, 'x') + "...\"");
+  EXPECT_EQ(error->found(), '"' + kept + "...\"");
 }
 
 }  // namespace

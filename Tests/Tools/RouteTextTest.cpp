@@ -230,6 +230,15 @@ TEST(RouteText, SaysWhereEachInstructionApplies) {
   EXPECT_EQ(told[4].level, 1);
 }
 
+TEST(RouteText, AStepThatHasJustBeenWalkedIsNotTold) {
+  // What is left of the escalator at its top: no way, 3 m of level height, and no direction.
+  EXPECT_EQ(Walk(1).north(0, "escalator").east(30).text(), Walk(1).east(30).text());
+}
+
+TEST(RouteText, ARouteThatIsNothingButAWalkedStepIsStillTold) {
+  EXPECT_FALSE(Walk().north(0).text().empty());
+}
+
 TEST(RouteText, ARouteWithoutStepsOrInstructionsHasNoText) {
   EXPECT_THAT(routeInstructions(Route(), {}, "x"), IsEmpty());
   Route silent = Walk().north(5).route();

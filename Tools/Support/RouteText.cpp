@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "Navigation/Directions/TurnByTurnDirectionCalculator.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
 #include "Platform/Location.hpp"
 #include "Support/ConnectionWords.hpp"
@@ -199,11 +200,29 @@ class Narrator {
   bool announced_ = false;  ///< the walk of the stretch to come was told by the turn into it
 };
 
+/// Whether a step leads to where it starts: what is left of one that has just been walked.
+bool isWalked(const Step& step) {
+  return !step.levelChange() && KorvaniPlatform::greatCircleDistance(
+                                    step.start()->coordinate(), step.end()->coordinate()) < 0.01;
+}
+
+/// The route without a walked step in front. Such a step has no direction, so the turn from it
+/// into the next one means nothing, and neither do instructions that are computed with it.
+Route withoutWalkedStep(const Route& route) {
+  const std::vector<Step>& steps = route.steps();
+  if (steps.size() < 2 || route.directions().empty() || !isWalked(steps.front())) return route;
+  Route ahead(std::vector<Step>(steps.begin() + 1, steps.end()));
+  ahead.setDirections(
+      KorvaniNavigation::TurnByTurnDirectionCalculator().directionsForRoute(ahead.steps(), false));
+  return ahead;
+}
+
 }  // namespace
 
 std::vector<Instruction> routeInstructions(const Route& route, const LevelNames& levels,
                                            const std::string& destination) {
-  return Narrator(route, levels, destination).tell();
+  const Route ahead = withoutWalkedStep(route);
+  return Narrator(ahead, levels, destination).tell();
 }
 
 std::string setOffDirection(const Route& route) {

@@ -140,8 +140,7 @@ TEST_F(NavigationTest, DirectionsForARouteAreTheFirstInstruction) {
   const auto a = at(fromOrigin(0, 0));
   const auto b = at(fromOrigin(20, 0));
   const auto c = at(fromOrigin(20, 30));
-  const auto first =
-      navigation().directionsForRoute({Step(a, b, 20.0), Step(b, c, 30.0)}, false);
+  const auto first = navigation().directionsForRoute({Step(a, b, 20.0), Step(b, c, 30.0)}, false);
   ASSERT_TRUE(first);
   EXPECT_EQ(first->type(), DirectionsType::forward);
   EXPECT_EQ(first->distance(), 20.0);

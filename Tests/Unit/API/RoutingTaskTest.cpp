@@ -64,9 +64,9 @@ TEST_F(RoutingTaskTest, StartsIdleWithoutDirectionsAndWithTheConfigurationsBarri
 }
 
 TEST_F(RoutingTaskTest, ListsTheLocationsOfItsDestinationsInOrder) {
-  const auto task = RoutingTask::create(
-      bundle(), KorvaniTest::at(48, 11),
-      {KorvaniTest::at(48, 12, 1), KorvaniTest::at(49, 13, 2)}, recorder());
+  const auto task =
+      RoutingTask::create(bundle(), KorvaniTest::at(48, 11),
+                          {KorvaniTest::at(48, 12, 1), KorvaniTest::at(49, 13, 2)}, recorder());
   const auto locations = task->possibleDestinationLocations();
   ASSERT_EQ(locations.size(), 2U);
   EXPECT_EQ(locations[0].coordinate().longitude, 12);
@@ -234,14 +234,13 @@ TEST_F(RoutingTaskTest, ArrivalIsAnnouncedAfterTheLastCallWithTaskAndPlace) {
   EXPECT_EQ(callsBefore, 1U);
   EXPECT_EQ(heard[0].object.get(), static_cast<Task*>(task.get()));
   const auto& place = *building.point("C");
-  EXPECT_EQ(heard[0].userInfo,
-            (KorvaniPlatform::Dictionary{
-                {"kNavigationRoutingDestinationReachedLatitude",
-                 KorvaniPlatform::Number::real(place.coordinate().latitude)},
-                {"kNavigationRoutingDestinationReachedLongitude",
-                 KorvaniPlatform::Number::real(place.coordinate().longitude)},
-                {"kNavigationRoutingDestinationReachedLevel",
-                 KorvaniPlatform::Number::integer(place.level())}}));
+  EXPECT_EQ(heard[0].userInfo, (KorvaniPlatform::Dictionary{
+                                   {"kNavigationRoutingDestinationReachedLatitude",
+                                    KorvaniPlatform::Number::real(place.coordinate().latitude)},
+                                   {"kNavigationRoutingDestinationReachedLongitude",
+                                    KorvaniPlatform::Number::real(place.coordinate().longitude)},
+                                   {"kNavigationRoutingDestinationReachedLevel",
+                                    KorvaniPlatform::Number::integer(place.level())}}));
 }
 
 TEST_F(RoutingTaskTest, AStartThatIsTheDestinationIsReachedByADirectLineOfNoLength) {

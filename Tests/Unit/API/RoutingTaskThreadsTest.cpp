@@ -44,12 +44,12 @@ TEST_F(RoutingTaskThreadsTest, FiftyTasksAtOnceEachPublishOnceOnTheMainThread) {
   std::vector<std::shared_ptr<RoutingTask>> tasks;
   std::atomic<int> wrongThread{0};
   for (std::size_t i = 0; i < published.size(); ++i) {
-    tasks.push_back(navigation().routingTask(
-        building.point("A"), {building.point(i % 2 == 0 ? "I" : "F")},
-        [&, i](const auto&, const auto& route, bool, const auto&) {
-          if (!isMainThread()) ++wrongThread;
-          if (route) ++published[i];
-        }));
+    tasks.push_back(
+        navigation().routingTask(building.point("A"), {building.point(i % 2 == 0 ? "I" : "F")},
+                                 [&, i](const auto&, const auto& route, bool, const auto&) {
+                                   if (!isMainThread()) ++wrongThread;
+                                   if (route) ++published[i];
+                                 }));
   }
   for (const auto& task : tasks) task->run();
   ASSERT_TRUE(pumpUntil([&] {
@@ -68,23 +68,24 @@ TEST_F(RoutingTaskThreadsTest, PositionsFromTwoThreadsArriveOnce) {
     std::atomic<int> arrivals{0};
     std::atomic<bool> arrived{false};
     KorvaniCommon::Guarded<std::shared_ptr<RoutingUpdateTask>> handle;
-    auto task = navigation().routingTask(
-        building.point("A"), {building.point("B")},
-        [&](const auto& update, const auto&, bool finished, const auto&) {
-          if (finished) {
-            ++arrivals;
-            arrived = true;
-          } else {
-            handle.store(update);
-          }
-        });
+    auto task =
+        navigation().routingTask(building.point("A"), {building.point("B")},
+                                 [&](const auto& update, const auto&, bool finished, const auto&) {
+                                   if (finished) {
+                                     ++arrivals;
+                                     arrived = true;
+                                   } else {
+                                     handle.store(update);
+                                   }
+                                 });
     task->setDirections(true);
     task->run();
     std::atomic<int> column{0};
     const auto walk = [&] {
       while (!arrived) {
         const int at = std::min(column++ / 8, 20);
-        if (const auto update = handle.load()) update->updateStartPoint(building.position(0, at, 0));
+        if (const auto update = handle.load())
+          update->updateStartPoint(building.position(0, at, 0));
         std::this_thread::yield();
       }
     };
@@ -161,8 +162,8 @@ void addEndlessSearch(const TextBuilding& building, const PointPtr& from, const 
   for (std::size_t i = 0; i < line.size(); ++i) {
     for (std::size_t j = i + 1; j < line.size(); ++j) {
       const double length = std::pow(static_cast<double>(j - i), 1.5);
-      building.graph()->addEdge(
-          std::make_shared<KRVNavEdge>(line[i], line[j], length, 1.0, true), *line[i], *line[j]);
+      building.graph()->addEdge(std::make_shared<KRVNavEdge>(line[i], line[j], length, 1.0, true),
+                                *line[i], *line[j]);
     }
   }
 }

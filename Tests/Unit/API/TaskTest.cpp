@@ -321,12 +321,12 @@ TEST_F(TaskTest, TwoTasksAreEqualOnlyWhenTheyAreTheSame) {
 
 TEST_F(TaskTest, DescribesItselfWithItsTypeAndIdentifier) {
   const auto task = std::make_shared<ProbeTask>(false);
-  EXPECT_EQ(task->description(), "KorvaniNavigation.ProbeTask, identifier: " +
-                                     task->identifier().uuidString());
-  EXPECT_TRUE(std::regex_match(
-      task->description(),
-      std::regex("KorvaniNavigation\\.ProbeTask, identifier: "
-                 "[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}")));
+  EXPECT_EQ(task->description(),
+            "KorvaniNavigation.ProbeTask, identifier: " + task->identifier().uuidString());
+  EXPECT_TRUE(
+      std::regex_match(task->description(),
+                       std::regex("KorvaniNavigation\\.ProbeTask, identifier: "
+                                  "[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}")));
 }
 
 TEST_F(TaskTest, StartingFromSeveralThreadsAtOnceStartsTheWorkOnce) {

@@ -25,6 +25,8 @@ TEST(AngleDifference, OfOppositeHeadingsIsPlusHalfATurnInBothOrders) {
 }
 
 TEST(AngleDifference, JustBeyondHalfATurnChangesSide) {
+  EXPECT_EQ(signedAngleDifference(179.5, 0), 179.5);
+  EXPECT_EQ(signedAngleDifference(0, 179.5), -179.5);
   EXPECT_EQ(signedAngleDifference(181, 0), -179);
   EXPECT_EQ(signedAngleDifference(0, 181), 179);
 }

@@ -125,6 +125,7 @@ TEST(SameLineTest, BoxesThatDifferByLessThanFourMillionthsOfADegreeAreTheSame) {
 
 TEST(SameLineTest, BothCornersOfTheBoxesMustAgree) {
   EXPECT_FALSE(overlap({10, 10}, {10.001, 10}, {10, 10}, {10, 10.001}));
+  EXPECT_FALSE(overlap({10, 10}, {10.001, 10.001}, {10.0005, 10}, {10.001, 10.001}));
 }
 
 TEST(SameLineTest, CollinearSegmentsThatTouchAtOneEndOverlap) {
@@ -154,6 +155,25 @@ TEST(SameLineTest, ParallelSegmentsSideBySideDoNotOverlap) {
 
 TEST(SameLineTest, SegmentsThatCrossAtMoreThanFourDegreesDoNotOverlap) {
   EXPECT_FALSE(overlap({0, 0}, {0, 0.001}, {0, 0}, {0.001 * std::tan(radians(4.1)), 0.001}));
+}
+
+TEST(SameLineTest, BearingsMayDifferByUpToFourDegrees) {
+  // A short segment turned about the middle of a long one: all of it lies on the long one.
+  const auto turned = [](double degrees) {
+    const double aside = 0.00001 * std::tan(radians(degrees));
+    return overlap({0, 0}, {0, 0.001}, {-aside, 0.00049}, {aside, 0.00051});
+  };
+  EXPECT_TRUE(turned(3.99));
+  EXPECT_FALSE(turned(4.01));
+}
+
+TEST(SameLineTest, OneEndOnTheOtherSegmentIsNotEnough) {
+  // c-d comes in at 3 degrees and ends on a-b; it begins more than 2 m beside it.
+  const CLLocationCoordinate2D a{0, 0}, b{0, 0.001};
+  const CLLocationCoordinate2D c{-0.0004 * std::tan(radians(3)), 0.0001}, d{0, 0.0005};
+  EXPECT_TRUE(IntersectionFinder::coordinateIsBetweenCoordinates(d, a, b));
+  EXPECT_FALSE(overlap(a, b, c, d));
+  EXPECT_FALSE(overlap(a, b, d, c));
 }
 
 TEST(SameLineTest, SegmentsThatFanOutOverlapAsLongAsTheShorterOnesEndLiesOnTheLonger) {

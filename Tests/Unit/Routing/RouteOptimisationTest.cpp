@@ -121,20 +121,22 @@ TEST(CutCorners, CutsCornersExactlyTwentyMetresAcross) {
   EXPECT_FALSE(isCut(at(0, 0), corner, at(exactlyNorthOfNull(std::nextafter(20, 21)))));
 }
 
-/// A place to which a way from (0, 0) due north turns by exactly that many degrees at `corner`.
+/// A place, some 5 m on, to which a way from (0, 0) due north turns right by exactly that many
+/// degrees at `corner`.
 CLLocationCoordinate2D exactTurn(CLLocationCoordinate2D corner, double degrees) {
-  const double radians = KorvaniPlatform::radians(degrees);
-  for (int hairs = 0; hairs < 200; ++hairs) {
-    CLLocationCoordinate2D place{corner.latitude + degreesOf(5 + hairs * 0.001) * std::cos(radians),
-                                 degreesOf(5 + hairs * 0.001) * std::sin(radians)};
-    for (int i = 0; i < 50; ++i) place.longitude = std::nextafter(place.longitude, -1);
-    for (int i = 0; i < 100; ++i) {
-      if (KorvaniCommon::KorvaniCommonHelpers::clockwiseAngleBetweenLines({0, 0}, corner, corner,
-                                                                          place) == degrees) {
-        return place;
-      }
-      place.longitude = std::nextafter(place.longitude, 1);
+  for (int millimetres = 0; millimetres < 200; ++millimetres) {
+    const double latitude = corner.latitude + degreesOf(5 + millimetres * 0.001);
+    const auto turn = [&](double longitude) {
+      return KorvaniCommon::KorvaniCommonHelpers::clockwiseAngleBetweenLines({0, 0}, corner, corner,
+                                                                             {latitude, longitude});
+    };
+    double low = 0;
+    double high = degreesOf(10);
+    while (std::nextafter(low, high) < high) {
+      const double middle = low + (high - low) / 2;
+      (turn(middle) < degrees ? low : high) = middle;
     }
+    if (turn(high) == degrees) return {latitude, high};
   }
   throw std::invalid_argument("no place makes a turn of exactly that many degrees");
 }

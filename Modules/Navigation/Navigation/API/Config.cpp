@@ -8,13 +8,15 @@ using Item = KRVNavigationConfigItem;
 
 Config::Config()
     : levelHeight_(3.0),
-      targetProximityDistance_(Item::navigationTargetProximityDistance.defaultValue().doubleValue()),
+      targetProximityDistance_(
+          Item::navigationTargetProximityDistance.defaultValue().doubleValue()),
       activateNavigationPathSnapping_(
           Item::activateNavigationPathSnapping.defaultValue().boolValue()),
       activateObstacleChecking_(Item::activateObstacleChecking.defaultValue().boolValue()),
       navigationPathSnappingDistance_(
           Item::navigationPathSnappingDistance.defaultValue().doubleValue()),
-      activateMagneticSnapping_(Item::navigationActivateMagneticSnapping.defaultValue().boolValue()),
+      activateMagneticSnapping_(
+          Item::navigationActivateMagneticSnapping.defaultValue().boolValue()),
       activateBarrierFreeNavigation_(
           Item::navigationActivateBarrierFreeNavigation.defaultValue().boolValue()),
       activateRouteOptimisation_(

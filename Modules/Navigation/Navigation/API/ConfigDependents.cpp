@@ -28,8 +28,7 @@ std::shared_ptr<IntersectionFinder> ConfigDependents::intersectionFinder() {
   return intersectionFinder_;
 }
 
-std::shared_ptr<RegionFinder> regionFinderOf(
-    const std::weak_ptr<ConfigDependents>& configuration) {
+std::shared_ptr<RegionFinder> regionFinderOf(const std::weak_ptr<ConfigDependents>& configuration) {
   const auto bundle = configuration.lock();
   if (!bundle) KORVANI_FATAL("the configuration of a running task is gone");
   return bundle->intersectionFinder()->regionFinder();

@@ -90,16 +90,15 @@ constexpr Item Item::navigationMagneticPathSnappingDistanceThreshold{
     navigationMagneticPathSnappingDistanceThresholdCase};
 constexpr Item Item::activateObstacleChecking{activateObstacleCheckingCase};
 
-constexpr std::array<Item, 9> Item::allCases{
-    Item::navigationTargetProximityDistance,
-    Item::navigationActivateBarrierFreeNavigation,
-    Item::navigationActivateRouteOptimisation,
-    Item::activateNavigationPathSnapping,
-    Item::navigationPathSnappingDistance,
-    Item::navigationActivateMagneticSnapping,
-    Item::navigationMagneticPathSnappingFallbackThreshold,
-    Item::navigationMagneticPathSnappingDistanceThreshold,
-    Item::activateObstacleChecking};
+constexpr std::array<Item, 9> Item::allCases{Item::navigationTargetProximityDistance,
+                                             Item::navigationActivateBarrierFreeNavigation,
+                                             Item::navigationActivateRouteOptimisation,
+                                             Item::activateNavigationPathSnapping,
+                                             Item::navigationPathSnappingDistance,
+                                             Item::navigationActivateMagneticSnapping,
+                                             Item::navigationMagneticPathSnappingFallbackThreshold,
+                                             Item::navigationMagneticPathSnappingDistanceThreshold,
+                                             Item::activateObstacleChecking};
 
 std::optional<Item> Item::fromRawValue(std::string_view rawValue) {
   for (const Item item : allCases) {

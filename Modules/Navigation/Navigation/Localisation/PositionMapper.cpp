@@ -52,9 +52,8 @@ std::vector<NodeInDegrees> nodesByDegreeDistance(const KRVNavRegion& region,
   for (const auto& entry : region.nodes()) {
     nodes.push_back({&entry.second, degreeDistance(position, entry.second->coordinate())});
   }
-  std::stable_sort(nodes.begin(), nodes.end(), [](const auto& a, const auto& b) {
-    return nearer(a.distance, b.distance);
-  });
+  std::stable_sort(nodes.begin(), nodes.end(),
+                   [](const auto& a, const auto& b) { return nearer(a.distance, b.distance); });
   return nodes;
 }
 
@@ -116,9 +115,8 @@ std::vector<ClosestNode> PositionMapper::findClosestNodes(
     best = std::min(best, distance);
     closest.push_back({*node, greatCircleDistance(coordinate, position)});
   }
-  std::stable_sort(closest.begin(), closest.end(), [](const auto& a, const auto& b) {
-    return nearer(a.distance, b.distance);
-  });
+  std::stable_sort(closest.begin(), closest.end(),
+                   [](const auto& a, const auto& b) { return nearer(a.distance, b.distance); });
   return closest;
 }
 
@@ -132,8 +130,8 @@ std::vector<std::shared_ptr<KRVNavPoint>> PositionMapper::findClosestNodes(
   const double limit = nearest * 1.2;
   nodes.push_back(closest.front().node);
   for (auto candidate = closest.begin() + 1; candidate != closest.end(); ++candidate) {
-    const bool remove = nearest > kFarNodeDistance || nodes.size() >= maximumCount ||
-                        candidate->distance > limit;
+    const bool remove =
+        nearest > kFarNodeDistance || nodes.size() >= maximumCount || candidate->distance > limit;
     if (!remove) nodes.push_back(candidate->node);
   }
   return nodes;
@@ -172,8 +170,8 @@ bool PositionMapper::passesDetourTests(const KRVNavGraph& graph, const ClosestNo
   const CLLocationCoordinate2D near = candidate.node->coordinate();
   const CLLocationCoordinate2D far = neighbour.coordinate();
   const double toNode = degreeDistance(position, near);
-  const double detour = degreeDistance(near, position) + degreeDistance(position, far) -
-                        degreeDistance(near, far);
+  const double detour =
+      degreeDistance(near, position) + degreeDistance(position, far) - degreeDistance(near, far);
   if (detour > kVisibleNodeReach * toNode) return false;
   const auto edge = graph.edgeFromNode(*candidate.node, neighbour);
   if (!edge) return false;

@@ -91,9 +91,10 @@ class PositionMapper {
 
   /// The foot of a position on the line through two nodes; absent when it does not lie between
   /// them or is behind a wall of the region.
-  std::optional<MKMapPoint> findIntersectionPointOnEdge(
-      const std::shared_ptr<KRVNavRegion>& region, const KRVNavPoint& nodeOne,
-      const KRVNavPoint& nodeTwo, const KRVNavPoint& navigationPoint);
+  std::optional<MKMapPoint> findIntersectionPointOnEdge(const std::shared_ptr<KRVNavRegion>& region,
+                                                        const KRVNavPoint& nodeOne,
+                                                        const KRVNavPoint& nodeTwo,
+                                                        const KRVNavPoint& navigationPoint);
 
  private:
   std::shared_ptr<KRVNavRegion> regionFor(const KRVNavPoint& point) const;

@@ -39,9 +39,8 @@ void RegionFinder::updateRegions() {
     return;
   }
   setRegions({});
-  NotificationCenter::defaultCenter().addObserver(shared_from_this(),
-                                                  &RegionFinder::graphCreationFinished,
-                                                  NavigationGraphCreatedNotification);
+  NotificationCenter::defaultCenter().addObserver(
+      shared_from_this(), &RegionFinder::graphCreationFinished, NavigationGraphCreatedNotification);
 }
 
 void RegionFinder::graphCreationFinished() {

@@ -71,8 +71,7 @@ class KORVANI_API RegionFinder : public std::enable_shared_from_this<RegionFinde
 
   /// `findRegionContaining`, and when that gives nothing `findRegionCloseTo`.
   std::shared_ptr<KRVNavRegion> findRegionFor(CLLocationCoordinate2D coordinate,
-                                              std::int64_t levelNumber,
-                                              bool onOriginalGraph) const;
+                                              std::int64_t levelNumber, bool onOriginalGraph) const;
 
  private:
   Regions regionsToSearch(bool onOriginalGraph) const;

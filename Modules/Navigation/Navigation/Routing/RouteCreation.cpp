@@ -13,8 +13,8 @@ namespace {
 constexpr double kReversalTolerance = 1.0;  // degrees
 
 Step stepOf(const KRVNavEdge& edge) {
-  return Step(edge.start(), edge.end(), edge.distance(), edge.isBarrierFree(),
-              edge.multiplicator(), edge.type().value_or(""));
+  return Step(edge.start(), edge.end(), edge.distance(), edge.isBarrierFree(), edge.multiplicator(),
+              edge.type().value_or(""));
 }
 
 /// Whether `next` runs back on `last`. A reversal along a meridian is not seen: turned by 180
@@ -27,8 +27,8 @@ bool runsBack(const Step& last, const Step& next) {
 
 /// One straight step from where `last` starts to where `next` ends, otherwise like `next`.
 Step merged(const Step& last, const Step& next) {
-  return Step(last.start(), next.end(), last.start()->distanceFrom(*next.end()),
-              next.barrierFree(), next.timeMultiplicator(), next.neighborType());
+  return Step(last.start(), next.end(), last.start()->distanceFrom(*next.end()), next.barrierFree(),
+              next.timeMultiplicator(), next.neighborType());
 }
 
 }  // namespace

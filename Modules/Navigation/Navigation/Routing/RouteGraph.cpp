@@ -82,8 +82,8 @@ class RouteGraphBuilder {
 
 }  // namespace
 
-std::shared_ptr<KRVNavGraph> buildRouteGraph(
-    const Route& route, const std::weak_ptr<ConfigDependents>& configuration) {
+std::shared_ptr<KRVNavGraph> buildRouteGraph(const Route& route,
+                                             const std::weak_ptr<ConfigDependents>& configuration) {
   return RouteGraphBuilder(configuration).build(route.steps());
 }
 

@@ -35,8 +35,8 @@ bool trimRoute(Route& route, const std::shared_ptr<KRVNavPoint>& point) {
   const bool onRoute = !left.empty();
   if (onRoute) {
     const Step& first = left.front();
-    left.front() = Step(point, first.end(), first.end()->distanceFrom(*point),
-                        first.barrierFree(), first.timeMultiplicator(), first.neighborType());
+    left.front() = Step(point, first.end(), first.end()->distanceFrom(*point), first.barrierFree(),
+                        first.timeMultiplicator(), first.neighborType());
   }
   route.setSteps(std::move(left));
   return onRoute;

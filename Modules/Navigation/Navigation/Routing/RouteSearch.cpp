@@ -45,8 +45,7 @@ std::vector<std::shared_ptr<KRVNavPoint>> destinationNodes(
   return nodes;
 }
 
-SearchTimeLimit::SearchTimeLimit(std::function<void()> onExpiry)
-    : onExpiry_(std::move(onExpiry)) {}
+SearchTimeLimit::SearchTimeLimit(std::function<void()> onExpiry) : onExpiry_(std::move(onExpiry)) {}
 
 std::shared_ptr<SearchTimeLimit> SearchTimeLimit::arm(std::function<void()> onExpiry) {
   const std::shared_ptr<SearchTimeLimit> limit(new SearchTimeLimit(std::move(onExpiry)));

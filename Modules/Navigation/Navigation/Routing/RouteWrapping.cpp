@@ -63,8 +63,7 @@ void wrapRouteEdgesWithEnd(const std::shared_ptr<KRVNavPoint>& viaNode, Edges& r
   if (!nearest.point) return;
   const auto intersection = input.mapper.intersect(*nearest.point, viaNode);
   if (!intersection) {
-    const auto end =
-        std::make_shared<KRVNavPoint>(nearest.point->coordinate(), viaNode->level());
+    const auto end = std::make_shared<KRVNavPoint>(nearest.point->coordinate(), viaNode->level());
     routeEdges.push_back(plainEdge(viaNode, end, nearest.distance));
   } else if (intersection->kind() == IntersectionKind::edge) {
     const auto& foot = intersection->node();

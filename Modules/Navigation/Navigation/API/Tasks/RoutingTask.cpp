@@ -53,9 +53,9 @@ std::shared_ptr<RoutingTask> RoutingTask::create(std::weak_ptr<ConfigDependents>
                                                  Points possibleDestinations,
                                                  CompletionHandler completionHandler) {
   if (possibleDestinations.empty()) return nullptr;
-  return std::shared_ptr<RoutingTask>(
-      new RoutingTask(std::move(configDependents), std::move(point),
-                      std::move(possibleDestinations), std::move(completionHandler)));
+  return std::shared_ptr<RoutingTask>(new RoutingTask(std::move(configDependents), std::move(point),
+                                                      std::move(possibleDestinations),
+                                                      std::move(completionHandler)));
 }
 
 RoutingTask::RoutingTask(std::weak_ptr<ConfigDependents> configDependents,
@@ -211,10 +211,9 @@ std::shared_ptr<const Route> RoutingTask::routeAlong(const Points& nodes, const 
   const auto destination = pathFinder_->destination();
   Edges edges = edgesFor(nodes, graph);
   directLine_ = edges.empty() && !destination;
-  createWrappedNonBarrierIntersectionRoute(
-      edges, start, destination,
-      {current_.point, current_.possibleDestinations, config.levelHeight(),
-       intersectionTask_->mapper()});
+  createWrappedNonBarrierIntersectionRoute(edges, start, destination,
+                                           {current_.point, current_.possibleDestinations,
+                                            config.levelHeight(), intersectionTask_->mapper()});
   if (config.activateRouteOptimisation()) {
     edges = cutCorners(edges, *intersectionTask_->obstacleDetector());
   }
@@ -267,8 +266,7 @@ void RoutingTask::done() {
         Number::real(destination->coordinate().latitude)},
        {kNavigationRoutingTaskDestinationReachedLongitude,
         Number::real(destination->coordinate().longitude)},
-       {kNavigationRoutingTaskDestinationReachedLevel,
-        Number::integer(destination->level())}});
+       {kNavigationRoutingTaskDestinationReachedLevel, Number::integer(destination->level())}});
 }
 
 }  // namespace KorvaniNavigation

@@ -74,8 +74,8 @@ void Task::start(const std::function<bool()>& prepare) {
 }
 
 void Task::observeGraphCreation() {
-  NotificationCenter::defaultCenter().addObserver(
-      shared_from_this(), &Task::graphCreationFinished, NavigationGraphCreatedNotification);
+  NotificationCenter::defaultCenter().addObserver(shared_from_this(), &Task::graphCreationFinished,
+                                                  NavigationGraphCreatedNotification);
 }
 
 void Task::graphCreationFinished() { run(); }
