@@ -59,9 +59,10 @@ std::vector<PointPtr> positionsAlong(const Route& route) {
       next = kStride;
       continue;
     }
-    for (; next < length; next += kStride) {
+    while (next < length) {
       positions.push_back(besideTheLine(step, next, side));
       side = -side;
+      next += kStride;
     }
     next -= length;
   }

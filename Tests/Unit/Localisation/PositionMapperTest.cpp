@@ -158,13 +158,18 @@ TEST_F(PositionMapperTest, LeavesOutAnEdgeThatIsAMuchShorterWayThanItsEndsAreApa
 TEST_F(PositionMapperTest, TakesAnEdgeOnlyWhenTheWayRoundIsLessThanOneFifthLonger) {
   const auto a = building.node(0, 0);
   const auto b = building.node(0, 40);
-  const auto position = building.position(3, 4);
-  const double toA = metresBetween(a->coordinate(), position->coordinate());
-  const double toB = metresBetween(b->coordinate(), position->coordinate());
-  // The longest edge that is still left out, to the last bit.
-  double length = toA + toB - toA * 1.2;
-  for (int i = 0; i < 20; ++i) length = std::nextafter(length, 100);
-  while (!(toA * 1.2 <= toA + toB - length)) length = std::nextafter(length, 0);
+  // A position and a length of the edge that make the way round longer by exactly one fifth.
+  PointPtr position;
+  double length = 0;
+  bool isExact = false;
+  for (int millimetres = 0; !isExact && millimetres < 1000; ++millimetres) {
+    position = building.position(3, 4 + millimetres * 0.001);
+    const double toA = metresBetween(a->coordinate(), position->coordinate());
+    const double toB = metresBetween(b->coordinate(), position->coordinate());
+    length = toA + toB - toA * 1.2;
+    isExact = toA * 1.2 == toA + toB - length;
+  }
+  ASSERT_TRUE(isExact);
   building.join(a, b, length);
   EXPECT_TRUE(isNode(map(position), a));
   building.join(a, b, std::nextafter(length, 100));
@@ -355,6 +360,13 @@ TEST_F(PositionMapperOnARoute, UsesTheRoutesEdgesInWalkingDirectionOnly) {
   // Nearest to B, from which the route leads on to C and not back to A.
   EXPECT_EQ(around(map(12, 1, true)), identifiers("A", "B"));
   EXPECT_EQ(around(map(12, 1, false)), identifiers("B", "C"));
+}
+
+TEST_F(PositionMapperOnARoute, UsesEdgesOfTheRouteThatTheBuildingDoesNotHave) {
+  // The route starts in the middle of an edge, at a point that is no node of the building.
+  task = guide(building.position(0, 8, 0.2), {building.point("C")});
+  EXPECT_EQ(around(map(11, 1, false)), (Identifiers{-2, building.point("B")->identifier()}));
+  EXPECT_EQ(around(map(11, 1, true)), identifiers("A", "B"));
 }
 
 TEST_F(PositionMapperOnARoute, MapsOntoTheProvidedGraphWhileNoRouteIsActive) {

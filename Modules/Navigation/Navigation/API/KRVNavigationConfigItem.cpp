@@ -122,11 +122,7 @@ Number Item::defaultValue() const {
   return numberOr0(performAction(KRVCommonConfigItemAction::defaultValue, nullptr, std::nullopt));
 }
 
-Number Item::value(const Config& config) const {
-  // Reading leaves the configuration as it is; only `setValue` writes through the pointer.
-  auto* readOnly = const_cast<Config*>(&config);
-  return numberOr0(performAction(KRVCommonConfigItemAction::getValue, readOnly, std::nullopt));
-}
+Number Item::value(const Config& config) const { return kRows[case_].read(config); }
 
 void Item::setValue(const Number& number, Config& config) const {
   performAction(KRVCommonConfigItemAction::setValue, &config, number);

@@ -17,6 +17,7 @@ namespace KorvaniNavigation {
 
 /// What the lower layers ask of the facade, each through a role they have declared themselves.
 /// Never destroyed, like the facade, since tasks may still work while the process ends.
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): final, and never deleted
 struct FacadeRoles final : GraphSettings, GraphSource, TaskHost {
   static FacadeRoles& shared() {
     static auto& roles = *new FacadeRoles(Navigation::sharedInstance());

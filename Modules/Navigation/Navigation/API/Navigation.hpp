@@ -19,7 +19,7 @@
 namespace KorvaniNavigation {
 
 class DirectionsFinder;
-struct FacadeRoles;
+struct FacadeRoles;  // NOLINT(cppcoreguidelines-virtual-class-destructor): see its source
 class KRVNavGraph;
 class KRVNavPoint;
 
@@ -41,6 +41,7 @@ class KRVNavPoint;
 /// tasks run on it.
 /// Ownership: the facade owns the graph, the configurations, the tasks that have started and
 /// not finished, and the active routing task. It is made on first use and never destroyed.
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): there is one, never destroyed
 class KORVANI_API Navigation final : public KorvaniCommon::CommonModule {
  public:
   using Points = std::vector<std::shared_ptr<KRVNavPoint>>;

@@ -63,7 +63,7 @@ Directions::Directions(DirectionsType type, double distance,
     : type_(type),
       distance_(distance),
       nextWaypoint_(std::move(nextWaypoint)),
-      arrow_(std::move(arrow)),
+      arrow_(arrow),
       levelChangeTypeName_(std::move(levelChangeTypeName)),
       directionsJson_(std::make_shared<const Dictionary>(instructionDictionary(*this))) {}
 

@@ -41,8 +41,8 @@ DirectionsType levelChangeBetween(std::int64_t fromLevel, std::int64_t toLevel) 
   return DirectionsType::unknown;
 }
 
-DirectionsType turnType(double bearing, double nextBearing) {
-  const double turn = signedAngleDifference(bearing, nextBearing);
+DirectionsType turnType(double reference, double bearing) {
+  const double turn = signedAngleDifference(reference, bearing);
   if (std::abs(turn) > kSharpTurnDegrees) {
     return turn >= 0 ? DirectionsType::left : DirectionsType::right;
   }

@@ -44,7 +44,7 @@ KRVNavPoint::~KRVNavPoint() = default;
 CLLocation KRVNavPoint::location() const { return readGuarded(this, location_); }
 
 void KRVNavPoint::setLocation(CLLocation location) {
-  writeGuarded(this, location_, std::move(location));
+  writeGuarded(this, location_, location);
 }
 
 std::shared_ptr<KRVNavRegion> KRVNavPoint::region() const {

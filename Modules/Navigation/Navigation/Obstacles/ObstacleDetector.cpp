@@ -1,5 +1,6 @@
 #include "Navigation/Obstacles/ObstacleDetector.hpp"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -55,10 +56,9 @@ bool ObstacleDetector::isAnyBarrierInBetween(CLLocationCoordinate2D coordinateA,
                                              CLLocationCoordinate2D coordinateB) const {
   const MKMapPoint a = MKMapPointForCoordinate(coordinateA);
   const MKMapPoint b = MKMapPointForCoordinate(coordinateB);
-  for (const auto& obstacle : obstacles_) {
-    if (crosses(existing(obstacle), a, b)) return true;
-  }
-  return false;
+  return std::any_of(obstacles_.begin(), obstacles_.end(), [&](const auto& obstacle) {
+    return crosses(existing(obstacle), a, b);
+  });
 }
 
 std::vector<std::shared_ptr<KRVNavObstacle>> ObstacleDetector::detectBarriersBetween(

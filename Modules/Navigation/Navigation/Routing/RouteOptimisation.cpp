@@ -38,12 +38,13 @@ std::vector<std::shared_ptr<KRVNavEdge>> cutCorners(
     const std::vector<std::shared_ptr<KRVNavEdge>>& edges, const ObstacleDetector& detector) {
   if (edges.size() < 2) return edges;
   std::vector<std::shared_ptr<KRVNavEdge>> backwards;
-  for (auto edge = edges.rbegin(); edge != edges.rend(); ++edge) {
-    auto cut = backwards.empty() ? nullptr : shortcut(**edge, *backwards.back(), detector);
+  for (std::size_t i = edges.size(); i-- > 0;) {
+    const auto& edge = edges[i];
+    auto cut = backwards.empty() ? nullptr : shortcut(*edge, *backwards.back(), detector);
     if (cut) {
       backwards.back() = std::move(cut);
     } else {
-      backwards.push_back(*edge);
+      backwards.push_back(edge);
     }
   }
   std::reverse(backwards.begin(), backwards.end());

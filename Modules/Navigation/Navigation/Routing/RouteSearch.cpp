@@ -48,7 +48,7 @@ std::vector<std::shared_ptr<KRVNavPoint>> destinationNodes(
 SearchTimeLimit::SearchTimeLimit(std::function<void()> onExpiry) : onExpiry_(std::move(onExpiry)) {}
 
 std::shared_ptr<SearchTimeLimit> SearchTimeLimit::arm(std::function<void()> onExpiry) {
-  const std::shared_ptr<SearchTimeLimit> limit(new SearchTimeLimit(std::move(onExpiry)));
+  std::shared_ptr<SearchTimeLimit> limit(new SearchTimeLimit(std::move(onExpiry)));
   mainQueue().async([limit] { limit->schedule(); });
   return limit;
 }

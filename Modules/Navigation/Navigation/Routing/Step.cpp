@@ -15,8 +15,6 @@ Step::Step(std::shared_ptr<KRVNavPoint> start, std::shared_ptr<KRVNavPoint> end,
       distance_(distance),
       timeMultiplicator_(timeMultiplicator),
       barrierFree_(barrierFree),
-      levelChange_(false),
-      heading_(0),
       neighborType_(std::move(neighborType)) {
   if (!start_ || !end_) KORVANI_FATAL("a step needs two points");
   levelChange_ = start_->level() != end_->level();

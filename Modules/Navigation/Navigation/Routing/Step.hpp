@@ -67,8 +67,8 @@ class KORVANI_API Step {
   double distance_;
   double timeMultiplicator_;
   bool barrierFree_;
-  bool levelChange_;
-  double heading_;
+  bool levelChange_ = false;
+  double heading_ = 0;
   std::string neighborType_;
 };
 

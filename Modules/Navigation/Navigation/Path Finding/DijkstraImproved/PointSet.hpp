@@ -29,8 +29,8 @@ class PointSet {
 
   /// Whether an equal point is there.
   bool contains(const KRVNavPoint& point) const {
-    if (point.identifier() < 0) return objects_.count(&point) != 0;
-    return identifiers_.count(point.identifier()) != 0;
+    if (point.identifier() < 0) return objects_.contains(&point);
+    return identifiers_.contains(point.identifier());
   }
 
  private:
