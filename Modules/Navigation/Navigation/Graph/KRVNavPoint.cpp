@@ -43,9 +43,7 @@ KRVNavPoint::~KRVNavPoint() = default;
 
 CLLocation KRVNavPoint::location() const { return readGuarded(this, location_); }
 
-void KRVNavPoint::setLocation(CLLocation location) {
-  writeGuarded(this, location_, location);
-}
+void KRVNavPoint::setLocation(CLLocation location) { writeGuarded(this, location_, location); }
 
 std::shared_ptr<KRVNavRegion> KRVNavPoint::region() const {
   return readGuarded(this, region_).lock();

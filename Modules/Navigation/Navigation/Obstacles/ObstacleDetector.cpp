@@ -56,9 +56,8 @@ bool ObstacleDetector::isAnyBarrierInBetween(CLLocationCoordinate2D coordinateA,
                                              CLLocationCoordinate2D coordinateB) const {
   const MKMapPoint a = MKMapPointForCoordinate(coordinateA);
   const MKMapPoint b = MKMapPointForCoordinate(coordinateB);
-  return std::any_of(obstacles_.begin(), obstacles_.end(), [&](const auto& obstacle) {
-    return crosses(existing(obstacle), a, b);
-  });
+  return std::any_of(obstacles_.begin(), obstacles_.end(),
+                     [&](const auto& obstacle) { return crosses(existing(obstacle), a, b); });
 }
 
 std::vector<std::shared_ptr<KRVNavObstacle>> ObstacleDetector::detectBarriersBetween(
