@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "KorvaniNavigation.hpp"
@@ -23,7 +24,7 @@ class CountingExecutor : public KorvaniPlatform::Executor {
  public:
   void execute(KorvaniPlatform::Job job) override {
     ++jobs_;
-    job();
+    KorvaniPlatform::mainQueue().async(std::move(job));
   }
   int jobs() const { return jobs_; }
 

@@ -20,7 +20,7 @@ using KorvaniTools::RouteOptions;
 constexpr auto kExamples =
     "Examples:\n"
     "  korvani-nav info terminal.building.geojson\n"
-    "  korvani-nav route terminal.building.geojson --from \"Main entrance\" --to \"Gate 12\"\n"
+    "  korvani-nav route terminal.building.geojson --from \"Main entrance\" --to \"Gate B4\"\n"
     "  korvani-nav route hall.building.geojson --from 48.1402,11.5583,0 --to Kiosk@2 "
     "--barrier-free\n"
     "  korvani-nav route hall.building.geojson --from Lobby --to Toilet@0 --to Toilet@1 \\\n"
@@ -34,7 +34,7 @@ constexpr auto kRouteNotes =
     "the name. With several --to, the route leads to the one that is cheapest to reach.\n"
     "\n"
     "Examples:\n"
-    "  korvani-nav route terminal.building.geojson --from \"Main entrance\" --to \"Gate 12\"\n"
+    "  korvani-nav route terminal.building.geojson --from \"Main entrance\" --to \"Gate B4\"\n"
     "  korvani-nav route terminal.building.geojson --from Lobby --to 48.1402,11.5583,-1 \\\n"
     "      --barrier-free --config navigationTargetProximityDistance=3 --config levelHeight=4\n";
 

@@ -239,7 +239,6 @@ TEST_F(SearchTimeLimitTest, ExpiresOnTheMainThreadThoughAnotherThreadArmedIt) {
 }
 
 TEST_F(SearchTimeLimitTest, DoesNothingAnyMoreOnceAnotherThreadHasInvalidatedIt) {
-  int early = 0;
   for (int i = 0; i < 300; ++i) {
     std::atomic<bool> ended{false};
     std::atomic<bool> late{false};
@@ -259,12 +258,10 @@ TEST_F(SearchTimeLimitTest, DoesNothingAnyMoreOnceAnotherThreadHasInvalidatedIt)
     pump();
     time->advance(10s);
     pump();
-    if (!ended) ++early;
     search.join();
     pump();
     ASSERT_FALSE(late);
   }
-  RecordProperty("expired or ran before the invalidation", early);
 }
 
 }  // namespace

@@ -17,8 +17,8 @@ Step stepOf(const KRVNavEdge& edge) {
               edge.type().value_or(""));
 }
 
-/// Whether `next` runs back on `last`. A reversal along a meridian is not seen: turned by 180
-/// degrees its heading is 180 where the other one is -180.
+/// Whether `next` runs back on `last`. Going back south after going due north is not seen as
+/// such, because the two headings come out as -180 and 180.
 bool runsBack(const Step& last, const Step& next) {
   if (last.levelChange()) return false;
   const double turned = std::remainder(last.heading() - 180.0, 360.0);
