@@ -14,9 +14,12 @@ namespace KorvaniTools {
 /// What the engine answers to one question for a route.
 struct RouteAnswer {
   std::optional<KorvaniNavigation::Route> route;
-  bool direct = false;          ///< no way on the graph was found; the route is a straight line
+  bool direct = false;          ///< no way on the graph was found; a route is a straight line then
   bool arrived = false;         ///< the start is at a destination already; there is no route
   std::size_t destination = 0;  ///< index of the destination that was chosen
+
+  /// Whether there is a route, and it is a straight line for want of a way.
+  bool isDirectRoute() const { return direct && route.has_value(); }
 };
 
 /// Gives `graph` to the engine and tells it that it is there.

@@ -87,7 +87,7 @@ OrderedJson routeGeoJson(const RouteAnswer& answer, const Spot& start,
   if (building.name) collection["name"] = *building.name;
   if (building.attribution) collection["attribution"] = *building.attribution;
   if (building.licence) collection["licence"] = *building.licence;
-  collection["direct"] = answer.direct;
+  collection["direct"] = answer.isDirectRoute();
   collection["arrived"] = answer.arrived;
   if (answer.route) {
     collection["totalDistance"] = numberJson(answer.route->totalDistance());

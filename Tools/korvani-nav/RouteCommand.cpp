@@ -127,7 +127,8 @@ std::string routeText(const Result& result, const Style& style) {
 
 std::string written(const Result& result, const RouteOptions& options) {
   if (options.format == "json") {
-    return jsonText({{"route", routeJson(result.answer.route)}, {"direct", result.answer.direct}}) +
+    return jsonText({{"route", routeJson(result.answer.route)},
+                     {"direct", result.answer.isDirectRoute()}}) +
            '\n';
   }
   if (options.format == "geojson") {

@@ -35,7 +35,8 @@ constexpr auto kRouteNotes =
     "\n"
     "Examples:\n"
     "  korvani-nav route terminal.building.geojson --from \"Main entrance\" --to \"Gate B4\"\n"
-    "  korvani-nav route terminal.building.geojson --from Lobby --to 48.1402,11.5583,-1 \\\n"
+    "  korvani-nav route terminal.building.geojson --from \"Gate B4\" --to 54.32013,10.13043,-1 "
+    "\\\n"
     "      --barrier-free --config navigationTargetProximityDistance=3 --config levelHeight=4\n";
 
 void addInfo(CLI::App& app, std::function<int()>& command) {

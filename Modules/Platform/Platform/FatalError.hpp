@@ -13,15 +13,16 @@
 ///
 ///     if (bundle == nullptr) KORVANI_FATAL("main configuration missing");
 ///
-/// writes `fatal error: main configuration missing (Common/CommonModule.cpp:42)` to standard
-/// error, calls the hook, and aborts.
+/// writes `fatal error: main configuration missing (Modules/Common/Common/CommonModule.cpp:42)` to
+/// standard error, calls the hook, and aborts.
 ///
 /// Thread safety: everything here may be called from any thread.
 
 namespace KorvaniPlatform {
 
 /// Told about a fatal error just before the process aborts: the message, and where it was raised
-/// ("FILE:LINE"). It runs on the failing thread. It must not throw, and it cannot prevent the end.
+/// (mostly "FILE:LINE", relative to the repository). It runs on the failing thread. It must not
+/// throw, and it cannot prevent the end.
 using FatalErrorHook = std::function<void(std::string_view message, std::string_view location)>;
 
 /// Installs the hook, for instance a crash reporter's; an empty one uninstalls it. One hook is

@@ -63,7 +63,9 @@ TEST(TurnByTurnDirectionCalculator, NoStepsGiveOneEmptyInstruction) {
 }
 
 TEST(TurnByTurnDirectionCalculator, OneStepGivesOneDestinationInstructionWithItsDistance) {
-  const auto list = instructions(walk({{.distance = 23.5}}));
+  const auto steps = walk({{.distance = 23.5}});
+  EXPECT_EQ(TurnByTurnDirectionCalculator().findAllStraightSegments(steps).size(), 1U);
+  const auto list = instructions(steps);
   ASSERT_EQ(list.size(), 1U);
   EXPECT_EQ(list[0].description(), "23.5,destination");
   EXPECT_EQ(list[0].nextWaypoint(), nullptr);

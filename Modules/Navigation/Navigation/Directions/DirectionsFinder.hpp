@@ -10,9 +10,8 @@ namespace KorvaniNavigation {
 
 /// Whoever turns the steps of a route into instructions.
 ///
-/// The engine brings one, `TurnByTurnDirectionCalculator`; the role exists so that a routing
-/// task does not depend on it. Implementations are called from the tasks' queue and must stand
-/// several calls at a time.
+/// The engine brings one, `TurnByTurnDirectionCalculator`. Implementations are called from the
+/// tasks' queue and from the threads of hosts, and must stand several calls at a time.
 class KORVANI_API DirectionsFinder {
  public:
   virtual ~DirectionsFinder();

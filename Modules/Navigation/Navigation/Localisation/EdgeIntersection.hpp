@@ -16,13 +16,13 @@ inline constexpr double kKRVHeadingDeviationTresholdForStraightLines = 5.0;
 /// The place of a position that was put on an edge, between two nodes of the graph.
 ///
 /// Besides the new point on the edge it knows the two nodes that enclose it, with their
-/// distances, so that a search can start from both. The `found...` fields belong to the
-/// magnetic path snapper: the ends of the straight run of edges on which the point lies, and
-/// the nearest place found on it. It writes them into the object that it holds on to, so
-/// whoever shares the object sees them.
+/// distances, so that a search can start from both. The `found...` fields are for
+/// whoever keeps a position on the straight run of edges it was on before: the ends of that
+/// run, and the nearest place found on it. They are written into the object that is held on
+/// to, so whoever shares the object sees them. The engine itself leaves them empty.
 ///
-/// Thread safety: all but the `found...` fields never change. Those are not guarded: the
-/// snapper writes them on its own queue, one position after another.
+/// Thread safety: all but the `found...` fields never change. Those are not guarded: one thread
+/// at a time may use them.
 class KORVANI_API EdgeIntersection : public Intersection {
  public:
   /// `delta` (degrees) and `distance` (metres) lead from the position to `node`, the point on
@@ -48,26 +48,26 @@ class KORVANI_API EdgeIntersection : public Intersection {
   /// Metres from `enclosingNodeTwo` to `node`.
   double distanceEnclosingNodeTwo() const { return distanceEnclosingNodeTwo_; }
 
-  /// First end of the straight run of edges that holds the point; null until a snapper sets it.
+  /// First end of the straight run of edges that holds the point; null until somebody sets it.
   const std::shared_ptr<KRVNavPoint>& foundEnclosingSegmentExtensionNode1() const {
     return foundEnclosingSegmentExtensionNode1_;
   }
   void setFoundEnclosingSegmentExtensionNode1(std::shared_ptr<KRVNavPoint> node);
 
-  /// Second end of that run; null until a snapper sets it.
+  /// Second end of that run; null until somebody sets it.
   const std::shared_ptr<KRVNavPoint>& foundEnclosingSegmentExtensionNode2() const {
     return foundEnclosingSegmentExtensionNode2_;
   }
   void setFoundEnclosingSegmentExtensionNode2(std::shared_ptr<KRVNavPoint> node);
 
-  /// Coordinate of the nearest place on that run; absent until a snapper sets it.
+  /// Coordinate of the nearest place on that run; absent until somebody sets it.
   const std::optional<CLLocationCoordinate2D>& foundNearestIntersectionCoordinateOnSegment() const {
     return foundNearestIntersectionCoordinateOnSegment_;
   }
   void setFoundNearestIntersectionCoordinateOnSegment(
       std::optional<CLLocationCoordinate2D> coordinate);
 
-  /// The nearest place itself; null until a snapper sets it.
+  /// The nearest place itself; null until somebody sets it.
   const std::shared_ptr<KRVNavPoint>& foundNearestIntersectionWaypointOnSegment() const {
     return foundNearestIntersectionWaypointOnSegment_;
   }

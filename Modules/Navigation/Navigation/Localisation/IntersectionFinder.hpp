@@ -39,8 +39,8 @@ class KORVANI_API IntersectionFinder {
   /// The region finder given at creation.
   const std::shared_ptr<RegionFinder>& regionFinder() const { return regionFinder_; }
 
-  /// The detector that the magnetic path snapper asks about a node it holds on to; null until
-  /// a host sets one, since the tasks keep detectors of their own.
+  /// The walls around the position of this configuration; null until a host sets them, since
+  /// the tasks keep detectors of their own.
   std::shared_ptr<ObstacleDetector> obstacleDetector() const;
   void setObstacleDetector(std::shared_ptr<ObstacleDetector> obstacleDetector);
 

@@ -25,9 +25,9 @@ class KORVANI_API KRVNavPathFinder {
 
   /// The cheapest chain of points from one of the start points `fromIntersections` to one of
   /// `toDestinationNodes`, start first, destination last; empty when there is none or the search
-  /// was interrupted. `withIntersectionDistances` holds, at the same index as its start point, the
-  /// metres already travelled to get there; they count as part of the way.
-  /// What `lookForBarrierFreeRoute` does is each finder's own to say.
+  /// was interrupted while it ran. `withIntersectionDistances` holds, at the same index as its
+  /// start point, the metres already travelled to get there; they count as part of the way. What
+  /// `lookForBarrierFreeRoute` does is each finder's own to say.
   virtual std::vector<std::shared_ptr<KRVNavPoint>> findPathInGraph(
       const std::shared_ptr<KRVNavGraph>& graph,
       const std::vector<std::shared_ptr<KRVNavPoint>>& fromIntersections,

@@ -76,7 +76,9 @@ class KORVANI_API DijkstraImproved : public KRVNavPathFinder {
   /// `fromIntersections`: a shorter one is a fatal error. A start point that is listed twice counts
   /// with its later distance. The argument `lookForBarrierFreeRoute` is ignored; the property of
   /// that name decides. Returns an empty list when no destination is reached, when no start point
-  /// is given, and when the search is interrupted; destination() is absent then.
+  /// is given, and when the search is interrupted while it runs; destination() is absent then.
+  /// A finder that was interrupted before and not restarted starts nothing: it gives what an
+  /// earlier search has found.
   Points findPathInGraph(const std::shared_ptr<KRVNavGraph>& graph, const Points& fromIntersections,
                          const std::vector<double>& withIntersectionDistances,
                          const Points& toDestinationNodes, bool lookForBarrierFreeRoute) override;
