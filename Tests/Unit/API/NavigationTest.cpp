@@ -89,11 +89,16 @@ TEST_F(NavigationTest, RemovingTheActiveRoutingTaskClearsIt) {
 }
 
 TEST_F(NavigationTest, RemovingATaskThatIsNotKeptChangesNothing) {
-  const auto active = taskOn("main");
+  const TextBuilding building("A----B", 5);
+  provide(building.graph());
+  const std::weak_ptr<RoutingTask> active = guide(building.point("A"), {building.point("B")});
   const auto other = RoutingTask::create(bundle(), at(48, 11), {at(48, 12)}, {});
   navigation().removeTask(other);
   navigation().removeTask(nullptr);
-  EXPECT_EQ(navigation().activeRoutingTask(), active);
+  ASSERT_TRUE(active.lock());
+  EXPECT_EQ(navigation().activeRoutingTask(), active.lock());
+  navigation().setActiveRoutingTask(nullptr);
+  EXPECT_TRUE(active.lock()) << "still kept as a task that goes on";
 }
 
 TEST_F(NavigationTest, CancellingDropsGraphTasksAndTheActiveTask) {

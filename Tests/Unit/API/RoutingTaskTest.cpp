@@ -462,6 +462,31 @@ TEST_F(RoutingTaskTest, AHandleOfATaskThatIsGoneDoesNothing) {
   EXPECT_EQ(calls(), 1U);
 }
 
+TEST_F(RoutingTaskTest, OneRemovalLetsATaskGoThatWasRunSeveralTimes) {
+  const TextBuilding building = corridor();
+  provide(building.graph());
+  auto task = guide(building.point("A"), {building.point("C")});
+  walkTo(building.position(0, 1, 0));
+  walkTo(building.position(0, 2, 0));
+  navigation().removeTask(task);
+  const std::weak_ptr<RoutingTask> weak = task;
+  task.reset();
+  EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(RoutingTaskTest, ArrivalIsNotAnnouncedUnderTheNameOfTheConstant) {
+  const TextBuilding building = corridor();
+  provide(building.graph());
+  const auto observer = std::make_shared<int>();
+  int heard = 0;
+  NotificationCenter::defaultCenter().addObserver(
+      observer, "NavigationRoutingTaskDestinationReachedNotification",
+      [&](const auto&) { ++heard; });
+  guide(building.position(0, 19.5, 0), {building.point("C")});
+  ASSERT_TRUE(deliveries().back().finished);
+  EXPECT_EQ(heard, 0);
+}
+
 TEST_F(RoutingTaskTest, AHandlerMayFeedTheNextPositionItself) {
   const TextBuilding building = corridor();
   provide(building.graph());

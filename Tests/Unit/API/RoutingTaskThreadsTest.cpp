@@ -71,6 +71,7 @@ TEST_F(RoutingTaskThreadsTest, PositionsFromTwoThreadsArriveOnce) {
     auto task =
         navigation().routingTask(building.point("A"), {building.point("B")},
                                  [&](const auto& update, const auto&, bool finished, const auto&) {
+                                   EXPECT_EQ(arrivals, 0) << "nothing comes after the last call";
                                    if (finished) {
                                      ++arrivals;
                                      arrived = true;

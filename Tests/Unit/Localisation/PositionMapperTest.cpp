@@ -201,7 +201,7 @@ TEST_F(PositionMapperTest, FindsNoIntersectionAmongCandidatesWithoutAGraph) {
   const auto position = building.position(1, 0);
   const auto candidates = closest(position);
   ASSERT_EQ(candidates.size(), 1U);
-  EXPECT_EQ(mapper.findIntersection(building.region(0), *position, candidates), nullptr);
+  EXPECT_EQ(mapper.findIntersection(building.region(0), *position, candidates, nullptr), nullptr);
 }
 
 TEST_F(PositionMapperTest, HoldsTheWallsOfThePositionsRegionAfterwards) {

@@ -31,8 +31,10 @@ struct FacadeRoles final : GraphSettings, GraphSource, TaskHost {
 
   std::shared_ptr<KRVNavGraph> graph() const override { return navigation.graph(); }
   std::shared_ptr<KRVNavGraph> graphForActiveRoute() const override {
-    const auto active = navigation.activeRoutingTask();
-    return active ? active->graphForRoute() : nullptr;
+    // Without a reference of its own: the last one to a task must not end on this thread.
+    return navigation.activeRoutingTask_.read([](const std::shared_ptr<RoutingTask>& active) {
+      return active ? active->graphForRoute() : nullptr;
+    });
   }
 
   void appendTask(const std::shared_ptr<Task>& task) override {
@@ -96,7 +98,9 @@ std::shared_ptr<KorvaniCommon::Config> Navigation::createNewConfig() {
 
 std::shared_ptr<KorvaniCommon::ConfigDependents> Navigation::createNewConfigDependents(
     const std::string& configName) {
-  return std::make_shared<ConfigDependents>(configName, std::make_shared<Config>());
+  auto bundle = std::make_shared<ConfigDependents>(configName, std::make_shared<Config>());
+  bundle->attach();
+  return bundle;
 }
 
 void Navigation::provideGraph(std::shared_ptr<KRVNavGraph> graph) {
@@ -142,8 +146,12 @@ void Navigation::removeTask(const std::shared_ptr<Task>& task) {
   pendingTasks_.perform([&] {
     if (const auto index = pendingTasks_.indexOf(task)) pendingTasks_.removeAt(*index);
   });
+  const auto isIt = [&](const std::shared_ptr<RoutingTask>& active) {
+    return active && *active == *task;
+  };
+  if (!activeRoutingTask_.read(isIt)) return;
   activeRoutingTask_.update([&](std::shared_ptr<RoutingTask>& active) {
-    if (active && *active == *task) active.reset();
+    if (isIt(active)) active.reset();
   });
 }
 

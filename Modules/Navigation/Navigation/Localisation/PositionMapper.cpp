@@ -87,18 +87,25 @@ void PositionMapper::useWallsOf(const std::shared_ptr<KRVNavRegion>& region) {
   obstacleDetector_ = std::make_shared<ObstacleDetector>(walls, configDependents_);
 }
 
-std::shared_ptr<KRVNavRegion> PositionMapper::regionFor(const KRVNavPoint& point) const {
+std::shared_ptr<KRVNavGraph> PositionMapper::routeGraph() const {
+  return onOriginalGraph_ ? nullptr : graphSource().graphForActiveRoute();
+}
+
+std::shared_ptr<KRVNavRegion> PositionMapper::regionFor(
+    const KRVNavPoint& point, const std::shared_ptr<KRVNavGraph>& routeGraph) const {
   return regionFinderOf(configDependents_)
-      ->findRegionFor(point.coordinate(), point.level(), onOriginalGraph_);
+      ->findRegionFor(point.coordinate(), point.level(), routeGraph);
 }
 
 std::shared_ptr<Intersection> PositionMapper::intersect(const KRVNavPoint& point) {
-  const auto region = regionFor(point);
+  // One graph for the whole mapping: the route that is followed may change meanwhile.
+  const auto onRoute = routeGraph();
+  const auto region = regionFor(point, onRoute);
   if (!region) return nullptr;
   useWallsOf(region);
   const auto candidates = findClosestNodes(*region, point);
   if (candidates.empty()) return nullptr;
-  return findIntersection(region, point, candidates);
+  return findIntersection(region, point, candidates, onRoute ? onRoute : graphSource().graph());
 }
 
 std::vector<ClosestNode> PositionMapper::findClosestNodes(
@@ -139,10 +146,7 @@ std::vector<std::shared_ptr<KRVNavPoint>> PositionMapper::findClosestNodes(
 
 std::shared_ptr<Intersection> PositionMapper::findIntersection(
     const std::shared_ptr<KRVNavRegion>& region, const KRVNavPoint& navigationPoint,
-    const std::vector<ClosestNode>& closestNodes) {
-  std::shared_ptr<KRVNavGraph> graph;
-  if (!onOriginalGraph_) graph = graphSource().graphForActiveRoute();
-  if (!graph) graph = graphSource().graph();
+    const std::vector<ClosestNode>& closestNodes, const std::shared_ptr<KRVNavGraph>& graph) {
   if (!graph) return nullptr;
 
   std::shared_ptr<Intersection> best;
@@ -213,7 +217,8 @@ std::optional<MKMapPoint> PositionMapper::findIntersectionPointOnEdge(
 
 std::shared_ptr<Intersection> PositionMapper::intersect(
     const KRVNavPoint& point, const std::shared_ptr<KRVNavPoint>& graphNode) {
-  const auto region = regionFor(point);
+  const auto onRoute = routeGraph();
+  const auto region = regionFor(point, onRoute);
   if (!region) return nullptr;
   if (!obstacleDetector_) KORVANI_FATAL("no walls are known to test a graph node against");
 

@@ -83,11 +83,12 @@ class PositionMapper {
                                                              const KRVNavPoint& navigationPoint,
                                                              std::size_t maximumCount) const;
 
-  /// The best of the first candidate node and the feet on the candidates' edges; absent without
-  /// a graph.
+  /// The best of the first candidate node and the feet on the candidates' edges, as far as
+  /// `graph` has these edges; absent without a graph.
   std::shared_ptr<Intersection> findIntersection(const std::shared_ptr<KRVNavRegion>& region,
                                                  const KRVNavPoint& navigationPoint,
-                                                 const std::vector<ClosestNode>& closestNodes);
+                                                 const std::vector<ClosestNode>& closestNodes,
+                                                 const std::shared_ptr<KRVNavGraph>& graph);
 
   /// The foot of a position on the line through two nodes; absent when it does not lie between
   /// them or is behind a wall of the region.
@@ -97,7 +98,9 @@ class PositionMapper {
                                                         const KRVNavPoint& navigationPoint);
 
  private:
-  std::shared_ptr<KRVNavRegion> regionFor(const KRVNavPoint& point) const;
+  std::shared_ptr<KRVNavGraph> routeGraph() const;
+  std::shared_ptr<KRVNavRegion> regionFor(const KRVNavPoint& point,
+                                          const std::shared_ptr<KRVNavGraph>& routeGraph) const;
   bool passesDetourTests(const KRVNavGraph& graph, const ClosestNode& candidate,
                          const KRVNavPoint& neighbour, const KRVNavPoint& navigationPoint) const;
   std::shared_ptr<EdgeIntersection> projectOntoEdge(const std::shared_ptr<KRVNavRegion>& region,

@@ -26,40 +26,15 @@ double levelGap(std::int64_t a, std::int64_t b) {
   return static_cast<double>(high - low);
 }
 
-}  // namespace
-
-RegionFinder::RegionFinder(std::weak_ptr<ConfigDependents> configDependents)
-    : configDependents_(std::move(configDependents)) {}
-
-RegionFinder::~RegionFinder() { NotificationCenter::defaultCenter().removeObserver(this); }
-
-void RegionFinder::updateRegions() {
-  if (const auto graph = graphSource().graph()) {
-    setRegions(std::as_const(*graph).regions());
-    return;
-  }
-  setRegions({});
-  NotificationCenter::defaultCenter().addObserver(
-      shared_from_this(), &RegionFinder::graphCreationFinished, NavigationGraphCreatedNotification);
+/// The graph of the route that is followed; absent without one, or when it is not wanted.
+std::shared_ptr<KRVNavGraph> routeGraphUnless(bool onOriginalGraph) {
+  return onOriginalGraph ? nullptr : graphSource().graphForActiveRoute();
 }
 
-void RegionFinder::graphCreationFinished() {
-  if (const auto graph = graphSource().graph()) setRegions(std::as_const(*graph).regions());
-}
-
-RegionFinder::Regions RegionFinder::regionsToSearch(bool onOriginalGraph) const {
-  if (!onOriginalGraph) {
-    if (const auto routeGraph = graphSource().graphForActiveRoute()) {
-      return std::as_const(*routeGraph).regions();
-    }
-  }
-  return regions();
-}
-
-std::shared_ptr<KRVNavRegion> RegionFinder::findRegionContaining(CLLocationCoordinate2D coordinate,
-                                                                 std::int64_t levelNumber,
-                                                                 bool onOriginalGraph) const {
-  for (const auto& region : regionsToSearch(onOriginalGraph)) {
+std::shared_ptr<KRVNavRegion> regionContaining(const RegionFinder::Regions& regions,
+                                               CLLocationCoordinate2D coordinate,
+                                               std::int64_t levelNumber) {
+  for (const auto& region : regions) {
     if (region->level() != levelNumber) continue;
     if (GeoPolygonChecker::isCoordinate(
             coordinate, {region->northEastCoordinate(), region->southWestCoordinate()})) {
@@ -69,13 +44,13 @@ std::shared_ptr<KRVNavRegion> RegionFinder::findRegionContaining(CLLocationCoord
   return nullptr;
 }
 
-std::shared_ptr<KRVNavRegion> RegionFinder::findRegionCloseTo(CLLocationCoordinate2D coordinate,
-                                                              std::int64_t levelNumber,
-                                                              bool onOriginalGraph) const {
+std::shared_ptr<KRVNavRegion> regionCloseTo(const RegionFinder::Regions& regions,
+                                            CLLocationCoordinate2D coordinate,
+                                            std::int64_t levelNumber) {
   std::shared_ptr<KRVNavRegion> best;
   double bestLevelGap = std::numeric_limits<double>::max();
   double bestDistance = std::numeric_limits<double>::max();
-  for (const auto& region : regionsToSearch(onOriginalGraph)) {
+  for (const auto& region : regions) {
     if (region->level() != levelNumber) {
       const double gap = levelGap(levelNumber, region->level());
       if (gap < bestLevelGap) {
@@ -98,11 +73,57 @@ std::shared_ptr<KRVNavRegion> RegionFinder::findRegionCloseTo(CLLocationCoordina
   return best;
 }
 
+}  // namespace
+
+RegionFinder::RegionFinder(std::weak_ptr<ConfigDependents> configDependents)
+    : configDependents_(std::move(configDependents)) {}
+
+RegionFinder::~RegionFinder() { NotificationCenter::defaultCenter().removeObserver(this); }
+
+void RegionFinder::updateRegions() {
+  if (const auto graph = graphSource().graph()) {
+    setRegions(std::as_const(*graph).regions());
+    return;
+  }
+  setRegions({});
+  NotificationCenter::defaultCenter().addObserver(
+      shared_from_this(), &RegionFinder::graphCreationFinished, NavigationGraphCreatedNotification);
+}
+
+void RegionFinder::graphCreationFinished() {
+  if (const auto graph = graphSource().graph()) setRegions(std::as_const(*graph).regions());
+}
+
+RegionFinder::Regions RegionFinder::regionsToSearch(
+    const std::shared_ptr<KRVNavGraph>& routeGraph) const {
+  return routeGraph ? std::as_const(*routeGraph).regions() : regions();
+}
+
+std::shared_ptr<KRVNavRegion> RegionFinder::findRegionContaining(CLLocationCoordinate2D coordinate,
+                                                                 std::int64_t levelNumber,
+                                                                 bool onOriginalGraph) const {
+  return regionContaining(regionsToSearch(routeGraphUnless(onOriginalGraph)), coordinate,
+                          levelNumber);
+}
+
+std::shared_ptr<KRVNavRegion> RegionFinder::findRegionCloseTo(CLLocationCoordinate2D coordinate,
+                                                              std::int64_t levelNumber,
+                                                              bool onOriginalGraph) const {
+  return regionCloseTo(regionsToSearch(routeGraphUnless(onOriginalGraph)), coordinate, levelNumber);
+}
+
 std::shared_ptr<KRVNavRegion> RegionFinder::findRegionFor(CLLocationCoordinate2D coordinate,
                                                           std::int64_t levelNumber,
                                                           bool onOriginalGraph) const {
-  auto region = findRegionContaining(coordinate, levelNumber, onOriginalGraph);
-  if (!region) region = findRegionCloseTo(coordinate, levelNumber, onOriginalGraph);
+  return findRegionFor(coordinate, levelNumber, routeGraphUnless(onOriginalGraph));
+}
+
+std::shared_ptr<KRVNavRegion> RegionFinder::findRegionFor(
+    CLLocationCoordinate2D coordinate, std::int64_t levelNumber,
+    const std::shared_ptr<KRVNavGraph>& routeGraph) const {
+  const Regions regions = regionsToSearch(routeGraph);
+  auto region = regionContaining(regions, coordinate, levelNumber);
+  if (!region) region = regionCloseTo(regions, coordinate, levelNumber);
   return region;
 }
 

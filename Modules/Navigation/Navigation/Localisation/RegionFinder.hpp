@@ -11,6 +11,7 @@
 namespace KorvaniNavigation {
 
 class ConfigDependents;
+class KRVNavGraph;
 class KRVNavRegion;
 
 /// Finds the region of the building in which a position is to be placed.
@@ -73,8 +74,14 @@ class KORVANI_API RegionFinder : public std::enable_shared_from_this<RegionFinde
   std::shared_ptr<KRVNavRegion> findRegionFor(CLLocationCoordinate2D coordinate,
                                               std::int64_t levelNumber, bool onOriginalGraph) const;
 
+  /// The same among the regions of `routeGraph`, or in the finder's own list when that is null.
+  /// For callers that go on with the route's graph: the route may change between two questions.
+  std::shared_ptr<KRVNavRegion> findRegionFor(CLLocationCoordinate2D coordinate,
+                                              std::int64_t levelNumber,
+                                              const std::shared_ptr<KRVNavGraph>& routeGraph) const;
+
  private:
-  Regions regionsToSearch(bool onOriginalGraph) const;
+  Regions regionsToSearch(const std::shared_ptr<KRVNavGraph>& routeGraph) const;
 
   KorvaniCommon::Guarded<Regions> regions_;
   std::weak_ptr<ConfigDependents> configDependents_;

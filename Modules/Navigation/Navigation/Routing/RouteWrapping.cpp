@@ -19,6 +19,11 @@ std::shared_ptr<KRVNavEdge> plainEdge(const std::shared_ptr<KRVNavPoint>& start,
   return std::make_shared<KRVNavEdge>(start, end, distance, 1.0, true);
 }
 
+/// A point of the same place and level, whose location is that of its coordinate.
+KRVNavPoint copyOf(const KRVNavPoint& point) {
+  return KRVNavPoint(point.coordinate(), point.level());
+}
+
 /// The straight edge from the person to the nearest destination, or to the person itself when
 /// there is no destination.
 std::shared_ptr<KRVNavEdge> directEdge(const std::shared_ptr<KRVNavPoint>& destination,
@@ -59,7 +64,7 @@ NearestDestination nearestDestinationPointResultFromReferencePoint(const KRVNavP
 void wrapRouteEdgesWithEnd(const std::shared_ptr<KRVNavPoint>& viaNode, Edges& routeEdges,
                            const WrappingInput& input) {
   const NearestDestination nearest =
-      nearestDestinationPointResultFromReferencePoint(*viaNode, input);
+      nearestDestinationPointResultFromReferencePoint(copyOf(*viaNode), input);
   if (!nearest.point) return;
   const auto intersection = input.mapper.intersect(*nearest.point, viaNode);
   if (!intersection) {
@@ -78,12 +83,13 @@ void createWrappedNonBarrierIntersectionRoute(
   if (!edges.empty()) {
     first = edges.front()->start();
   } else if (!targetedDestination) {
-    const auto nearest = nearestDestinationPointResultFromReferencePoint(*input.point, input);
+    const auto nearest =
+        nearestDestinationPointResultFromReferencePoint(copyOf(*input.point), input);
     edges.push_back(directEdge(nearest.point, input));
     return;
   } else {
     const auto nearest =
-        nearestDestinationPointResultFromReferencePoint(*targetedDestination, input);
+        nearestDestinationPointResultFromReferencePoint(copyOf(*targetedDestination), input);
     const auto& end = nearest.point ? nearest.point : input.point;
     const auto& detector = input.mapper.obstacleDetector();
     if (!detector) KORVANI_FATAL("no walls are known to test a direct way against");

@@ -79,7 +79,8 @@ std::vector<CLLocation> RoutingTask::possibleDestinationLocations() const {
 }
 
 void RoutingTask::proceedTo(std::shared_ptr<KRVNavPoint> point) {
-  // Looked at with the task claimed: an arrival that is being announced at this moment counts.
+  if (state_.load().destination) return;
+  // Looked at again with the task claimed: an arrival that is being announced just now counts.
   runAfter([&] {
     return state_.update([&](State& state) {
       if (state.destination) return false;
@@ -119,10 +120,9 @@ void RoutingTask::execute() {
     completedRouteCalculation();
   }
   lastExecutionDuration_ = benchmark.stop();
-  endExecution();
 }
 
-void RoutingTask::endExecution() {
+void RoutingTask::executionEnded() {
   // Under the lock, so that destinations which come now either are seen here or see that the
   // task does not run any more.
   state_.update([&](State& state) {

@@ -103,6 +103,7 @@ class KORVANI_API RoutingTask : public Task {
 
  protected:
   void execute() override;
+  void executionEnded() override;
   void done() override;
   std::string typeName() const override { return "RoutingTask"; }
 
@@ -143,7 +144,6 @@ class KORVANI_API RoutingTask : public Task {
                                           const Intersection& start);
   void completedRouteCalculation();
   void publish();
-  void endExecution();
 
   const std::shared_ptr<DijkstraImproved> pathFinder_;
   const std::unique_ptr<DirectionsFinder> directionsFinder_;

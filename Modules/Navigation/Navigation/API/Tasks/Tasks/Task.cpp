@@ -91,16 +91,16 @@ void Task::perform(std::shared_ptr<Task> task) {
   innermostExecution = &execution;
   task->execute();
   innermostExecution = execution.outer;
-  // From here on the task may be in its next execution: only what lies on this stack is ours.
   if (task->async_) {
     bringHome(std::move(task), execution);
     return;
   }
+  task->executionEnded();
   for (const Job& block : execution.deliveries) block();
   if (execution.finished) task->finalStep();
 }
 
-void Task::bringHome(std::shared_ptr<Task> task, const Execution& execution) {
+void Task::bringHome(std::shared_ptr<Task> task, Execution& execution) {
   const bool finished = execution.finished;
   const auto finalStepNow = [finished](const std::weak_ptr<Task>& weak) {
     const auto alive = finished ? weak.lock() : nullptr;
@@ -112,7 +112,7 @@ void Task::bringHome(std::shared_ptr<Task> task, const Execution& execution) {
     });
     return;
   }
-  mainQueue().async([task = std::move(task), blocks = execution.deliveries,
+  mainQueue().async([task = std::move(task), blocks = std::move(execution.deliveries),
                      finalStepNow]() mutable { deliver(std::move(task), blocks, finalStepNow); });
 }
 
@@ -122,6 +122,7 @@ void Task::deliver(std::shared_ptr<Task> task, const std::vector<Job>& blocks,
   // the results decides about what follows.
   const std::weak_ptr<Task> weak = task;
   task.reset();
+  if (const auto alive = weak.lock()) alive->executionEnded();
   for (const Job& block : blocks) {
     if (const auto alive = weak.lock()) block();
   }
@@ -130,8 +131,9 @@ void Task::deliver(std::shared_ptr<Task> task, const std::vector<Job>& blocks,
 
 void Task::finalStep() {
   done();
-  running_ = false;
+  // In this order a run that another thread starts now is kept, or comes while this one lasts.
   taskHost().removeTask(shared_from_this());
+  running_ = false;
 }
 
 void Task::execute() {
@@ -141,6 +143,8 @@ void Task::execute() {
 }
 
 void Task::done() {}
+
+void Task::executionEnded() {}
 
 void Task::finish() {
   if (Execution* execution = currentExecution()) {

@@ -97,21 +97,24 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   /// by then.
   void afterExecution(KorvaniPlatform::Job block);
 
-  /// Gives up the mark that `run()` set. For a subclass that goes on living between
-  /// executions, as the very last thing its `execute()` does to the task.
+  /// Called once after each `execute()`, on the thread that delivers, just before anything is
+  /// delivered. Does nothing here. A subclass that goes on living between executions calls
+  /// `release()` here: not earlier, or the results of its next execution might overtake these.
+  virtual void executionEnded();
+
+  /// Gives up the mark that `run()` set.
   void release() { running_ = false; }
 
   const std::weak_ptr<ConfigDependents>& weakConfigDependents() const { return configDependents_; }
 
  private:
-  /// What one execution leaves to be done after it. Lives on the stack of the job, since the
-  /// task itself may already be in its next execution.
+  /// What one execution leaves to be done after it. Lives on the stack of the job.
   struct Execution;
 
   void start(const std::function<bool()>& prepare);
   Execution* currentExecution() const;
   static void perform(std::shared_ptr<Task> task);
-  static void bringHome(std::shared_ptr<Task> task, const Execution& execution);
+  static void bringHome(std::shared_ptr<Task> task, Execution& execution);
   static void deliver(std::shared_ptr<Task> task, const std::vector<KorvaniPlatform::Job>& blocks,
                       const std::function<void(const std::weak_ptr<Task>&)>& end);
   void finalStep();
