@@ -130,9 +130,7 @@ std::shared_ptr<RoutingTask> Navigation::routingTask(
 
 std::optional<Directions> Navigation::directionsForRoute(const std::vector<Step>& steps,
                                                          bool andHistoryUsage) const {
-  const auto directions = directionsFinder_->directionsForRoute(steps, andHistoryUsage);
-  if (directions.empty()) return std::nullopt;
-  return directions.front();
+  return directionsFinder_->firstDirectionForRoute(steps, andHistoryUsage);
 }
 
 void Navigation::cancelAllTasks() {

@@ -4,4 +4,11 @@ namespace KorvaniNavigation {
 
 DirectionsFinder::~DirectionsFinder() = default;
 
+std::optional<Directions> DirectionsFinder::firstDirectionForRoute(const std::vector<Step>& steps,
+                                                                   bool andHistoryUsage) const {
+  const std::vector<Directions> directions = directionsForRoute(steps, andHistoryUsage);
+  if (directions.empty()) return std::nullopt;
+  return directions.front();
+}
+
 }  // namespace KorvaniNavigation

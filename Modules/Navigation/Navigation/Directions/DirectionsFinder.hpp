@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "Navigation/Directions/Directions.hpp"
@@ -20,6 +21,10 @@ class KORVANI_API DirectionsFinder {
   /// implementation to take earlier answers into account.
   virtual std::vector<Directions> directionsForRoute(const std::vector<Step>& steps,
                                                      bool andHistoryUsage) const = 0;
+
+  /// The first of these instructions; absent when there is none.
+  std::optional<Directions> firstDirectionForRoute(const std::vector<Step>& steps,
+                                                   bool andHistoryUsage) const;
 };
 
 }  // namespace KorvaniNavigation
