@@ -61,7 +61,8 @@ class KORVANI_API RegionFinder : public std::enable_shared_from_this<RegionFinde
                                                      std::int64_t levelNumber,
                                                      bool onOriginalGraph) const;
 
-  /// The region nearest to the coordinate; absent only when the list is empty.
+  /// The region nearest to the coordinate; absent when the list is empty, and for a
+  /// coordinate that is not a number on a level that has regions.
   ///
   /// Among the regions of the level it is the one with the nearest south-west or north-east
   /// corner, in metres; when the level has no region, the one of the nearest level. Ties keep
