@@ -12,13 +12,33 @@
 #include "Navigation/Graph/KRVNavGraph.hpp"
 #include "Navigation/Localisation/IntersectionFinder.hpp"
 #include "Navigation/Localisation/RegionFinder.hpp"
+#include "Navigation/Obstacles/StrengthBasedObstacleDenier.hpp"
+#include "Navigation/Snapping/ActiveRoute.hpp"
+#include "Platform/FatalError.hpp"
+#include "Platform/MainQueue.hpp"
 
 namespace KorvaniNavigation {
+
+namespace {
+
+std::string configNameOf(const Task& task) {
+  const auto bundle = task.configDependents();
+  if (!bundle) KORVANI_FATAL("the configuration of a task is gone");
+  return bundle->configName();
+}
+
+/// Gives up both references: in a job of the main queue, or at once on the main thread.
+void endOnMainThread(std::shared_ptr<Task> one, std::shared_ptr<Task> other) {
+  if (KorvaniPlatform::isMainThread() || (!one && !other)) return;
+  KorvaniPlatform::mainQueue().async([one = std::move(one), other = std::move(other)] {});
+}
+
+}  // namespace
 
 /// What the lower layers ask of the facade, each through a role they have declared themselves.
 /// Never destroyed, like the facade, since tasks may still work while the process ends.
 // NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): final, and never deleted
-struct FacadeRoles final : GraphSettings, GraphSource, TaskHost {
+struct FacadeRoles final : GraphSettings, GraphSource, TaskHost, ActiveRoute {
   static FacadeRoles& shared() {
     static auto& roles = *new FacadeRoles(Navigation::sharedInstance());
     return roles;
@@ -42,6 +62,13 @@ struct FacadeRoles final : GraphSettings, GraphSource, TaskHost {
   }
   void removeTask(const std::shared_ptr<Task>& task) override { navigation.removeTask(task); }
 
+  std::optional<std::string> configName() const override {
+    return navigation.activeRoutingTask_.read([](const std::shared_ptr<RoutingTask>& active) {
+      return active ? std::optional(configNameOf(*active)) : std::nullopt;
+    });
+  }
+  void proceed(const std::shared_ptr<SnappingTask>& snappingTask) override;
+
   Navigation& navigation;
   Config& mainConfig;  // the main configuration is one object for good
 };
@@ -49,6 +76,27 @@ struct FacadeRoles final : GraphSettings, GraphSource, TaskHost {
 const GraphSettings& graphSettings() { return FacadeRoles::shared(); }
 const GraphSource& graphSource() { return FacadeRoles::shared(); }
 TaskHost& taskHost() { return FacadeRoles::shared(); }
+ActiveRoute& activeRoute() { return FacadeRoles::shared(); }
+
+void FacadeRoles::proceed(const std::shared_ptr<SnappingTask>& snappingTask) {
+  const std::string name = configNameOf(*snappingTask);
+  std::shared_ptr<SnappingTask> replaced;
+  // Only with the task claimed is there a reference to it on this thread. Another one might let
+  // a routing task deliver that the host has cancelled in the meantime.
+  auto claimed =
+      navigation.activeRoutingTask_.read([&](const std::shared_ptr<RoutingTask>& active) {
+        if (!active || configNameOf(*active) != name) return std::shared_ptr<RoutingTask>();
+        replaced = active->exchangeSnappingTask(snappingTask);
+        return active->claim() ? active : nullptr;
+      });
+  if (!claimed) return endOnMainThread(nullptr, std::move(replaced));
+  claimed->proceedWithSnappingTask();
+  // The claim is given up last, so that what the task's next run delivers comes after the end of
+  // the reference; and without the reference, which may have ended by then.
+  const auto mark = claimed->runningMark();
+  endOnMainThread(std::move(claimed), std::move(replaced));
+  *mark = false;
+}
 
 std::string mainConfigName() { return Navigation::sharedInstance().defaultConfig()->configName(); }
 
@@ -126,6 +174,49 @@ std::shared_ptr<RoutingTask> Navigation::routingTask(
                                   std::move(completionHandler));
   if (task && bundle->isMainConfig()) setActiveRoutingTask(task);
   return task;
+}
+
+std::shared_ptr<SnappingTask> Navigation::snappingTask(
+    std::shared_ptr<KRVNavPoint> point, SnappingTask::CompletionHandler completionHandler) {
+  return snappingTask(true, std::move(point), std::move(completionHandler));
+}
+
+std::shared_ptr<SnappingTask> Navigation::snappingTask(
+    bool async, std::shared_ptr<KRVNavPoint> point,
+    SnappingTask::CompletionHandler completionHandler) {
+  return snappingTask(async, std::move(point), defaultConfig()->configName(),
+                      std::move(completionHandler));
+}
+
+std::shared_ptr<SnappingTask> Navigation::snappingTask(
+    bool async, std::shared_ptr<KRVNavPoint> point, const std::string& config,
+    SnappingTask::CompletionHandler completionHandler) {
+  const auto bundle = asBundle(configFor(config));
+  if (!bundle) return nullptr;
+  return std::make_shared<SnappingTask>(bundle, async, std::move(point),
+                                        std::move(completionHandler));
+}
+
+std::shared_ptr<ObstacleCheckTask> Navigation::obstacleCheckTask(
+    std::shared_ptr<KRVNavPoint> point, ObstacleCheckTask::CompletionHandler completionHandler) {
+  return obstacleCheckTask(true, std::move(point), std::move(completionHandler));
+}
+
+std::shared_ptr<ObstacleCheckTask> Navigation::obstacleCheckTask(
+    bool async, std::shared_ptr<KRVNavPoint> point,
+    ObstacleCheckTask::CompletionHandler completionHandler) {
+  return obstacleCheckTask(async, std::move(point), defaultConfig()->configName(),
+                           std::move(completionHandler));
+}
+
+std::shared_ptr<ObstacleCheckTask> Navigation::obstacleCheckTask(
+    bool async, std::shared_ptr<KRVNavPoint> point, const std::string& config,
+    ObstacleCheckTask::CompletionHandler completionHandler) {
+  const auto bundle = asBundle(configFor(config));
+  if (!bundle) return nullptr;
+  return std::make_shared<ObstacleCheckTask>(bundle, async, std::move(point),
+                                             std::make_shared<StrengthBasedObstacleDenier>(bundle),
+                                             std::move(completionHandler));
 }
 
 std::optional<Directions> Navigation::directionsForRoute(const std::vector<Step>& steps,

@@ -11,7 +11,9 @@
 #include "Common/SynchronizedArray.hpp"
 #include "Navigation/API/Config.hpp"
 #include "Navigation/API/ConfigDependents.hpp"
+#include "Navigation/API/Tasks/ObstacleCheckTask.hpp"
 #include "Navigation/API/Tasks/RoutingTask.hpp"
+#include "Navigation/API/Tasks/SnappingTask.hpp"
 #include "Navigation/Directions/Directions.hpp"
 #include "Navigation/Routing/Step.hpp"
 #include "Platform/Export.hpp"
@@ -76,6 +78,29 @@ class KORVANI_API Navigation final : public KorvaniCommon::CommonModule {
   /// every configuration. Tasks that wait for a graph start with the notification, which the
   /// host posts next.
   void provideGraph(std::shared_ptr<KRVNavGraph> graph);
+
+  /// A task that checks a position against the walls, not started yet, with a denier of its own
+  /// (a `StrengthBasedObstacleDenier`): on the main configuration or on the named one, and
+  /// asynchronous unless `async` is false. Absent when there is no configuration of that name.
+  std::shared_ptr<ObstacleCheckTask> obstacleCheckTask(
+      std::shared_ptr<KRVNavPoint> point, ObstacleCheckTask::CompletionHandler completionHandler);
+  std::shared_ptr<ObstacleCheckTask> obstacleCheckTask(
+      bool async, std::shared_ptr<KRVNavPoint> point,
+      ObstacleCheckTask::CompletionHandler completionHandler);
+  std::shared_ptr<ObstacleCheckTask> obstacleCheckTask(
+      bool async, std::shared_ptr<KRVNavPoint> point, const std::string& config,
+      ObstacleCheckTask::CompletionHandler completionHandler);
+
+  /// A task that moves a position onto the graph, not started yet: on the main configuration or
+  /// on the named one, and asynchronous unless `async` is false. Absent when there is no
+  /// configuration of that name.
+  std::shared_ptr<SnappingTask> snappingTask(std::shared_ptr<KRVNavPoint> point,
+                                             SnappingTask::CompletionHandler completionHandler);
+  std::shared_ptr<SnappingTask> snappingTask(bool async, std::shared_ptr<KRVNavPoint> point,
+                                             SnappingTask::CompletionHandler completionHandler);
+  std::shared_ptr<SnappingTask> snappingTask(bool async, std::shared_ptr<KRVNavPoint> point,
+                                             const std::string& config,
+                                             SnappingTask::CompletionHandler completionHandler);
 
   /// A routing task on the main configuration, not started yet; it becomes the active one.
   /// Absent when there are no destinations.

@@ -11,6 +11,7 @@
 #include "Navigation/API/Constants.hpp"
 #include "Navigation/API/Tasks/IntersectionTask.hpp"
 #include "Navigation/API/Tasks/RoutingUpdateTask.hpp"
+#include "Navigation/API/Tasks/SnappingTask.hpp"
 #include "Navigation/Directions/TurnByTurnDirectionCalculator.hpp"
 #include "Navigation/Graph/GraphSource.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
@@ -111,13 +112,42 @@ std::shared_ptr<KRVNavGraph> RoutingTask::graphForRoute() const {
   return state.route ? state.calculatedGraphForRoute : graphSource().graph();
 }
 
-void RoutingTask::execute() {
+void RoutingTask::setSnappingTask(std::shared_ptr<SnappingTask> task) {
+  exchangeSnappingTask(std::move(task));
+}
+
+std::shared_ptr<SnappingTask> RoutingTask::exchangeSnappingTask(
+    std::shared_ptr<SnappingTask> task) {
+  return snappingTask_.update(
+      [&](std::shared_ptr<SnappingTask>& held) { return std::exchange(held, std::move(task)); });
+}
+
+std::shared_ptr<KRVNavPoint> RoutingTask::point() const {
+  return state_.read([](const State& state) { return state.point; });
+}
+
+RoutingTask::Points RoutingTask::possibleDestinations() const {
+  return state_.read([](const State& state) { return state.possibleDestinations; });
+}
+
+void RoutingTask::execute() { updateRoute(true); }
+
+void RoutingTask::proceedWithSnappingTask() {
+  // Somebody who has arrived is not guided any further.
+  if (!state_.load().destination) updateRoute(false);
+}
+
+void RoutingTask::updateRoute(bool publishRoute) {
   const Benchmark benchmark = Benchmark::start();
   current_ = state_.load();
+  // Without a reference of its own: the last one to a task must not end on this thread.
+  originalPoint_ = snappingTask_.read([](const std::shared_ptr<SnappingTask>& task) {
+    return task ? task->originalPoint() : nullptr;
+  });
   arrived_ = false;
-  if (!routeProceedOnPath()) {
+  if (!routeProceedOnPath(publishRoute)) {
     findRoute();
-    completedRouteCalculation();
+    completedRouteCalculation(publishRoute);
   }
   lastExecutionDuration_ = benchmark.stop();
 }
@@ -137,18 +167,37 @@ void RoutingTask::executionEnded() {
 }
 
 RoutingTask::Start RoutingTask::startIntersection() {
-  const bool isOnRoute = current_.route != nullptr;
-  return {mapOntoGraph(current_.point, !isOnRoute), isOnRoute};
+  const bool hasRoute = current_.route != nullptr;
+  const auto onRoute = mapOntoGraph(current_.point, !hasRoute);
+  if (!hasRoute || !originalPoint_) return {onRoute, hasRoute};
+  return startIntersectionOf(originalPoint_, onRoute);
 }
 
-bool RoutingTask::routeProceedOnPath() {
+/// The snapped position says that the person is on the route as long as the raw one is near it,
+/// or the place of the graph nearest to the raw one.
+RoutingTask::Start RoutingTask::startIntersectionOf(
+    const std::shared_ptr<KRVNavPoint>& originalPoint,
+    const std::shared_ptr<Intersection>& onRoute) {
+  const double snappingDistance = configOf(*this).navigationPathSnappingDistance();
+  if (onRoute && onRoute->node()->distanceFrom(*originalPoint) <= snappingDistance) {
+    return {onRoute, true};
+  }
+  const auto onGraph = mapOntoGraph(originalPoint, true);
+  if (!onGraph) return {onRoute, false};
+  if (onRoute && onGraph->node()->distanceFrom(*onRoute->node()) < snappingDistance / 2) {
+    return {onRoute, true};
+  }
+  return {onGraph, false};
+}
+
+bool RoutingTask::routeProceedOnPath(bool publishRoute) {
   if (!current_.route) return false;
   const Start start = startIntersection();
   if (!start.isOnRoute || !start.intersection) return false;
   auto trimmed = std::make_shared<Route>(*current_.route);
   const bool onRoute = trimRoute(*trimmed, start.intersection->node());
   current_.route = std::move(trimmed);
-  if (onRoute) completedRouteCalculation();
+  if (onRoute) completedRouteCalculation(publishRoute);
   return onRoute;
 }
 
@@ -162,7 +211,7 @@ std::shared_ptr<Intersection> RoutingTask::mapOntoGraph(const std::shared_ptr<KR
 
 void RoutingTask::findRoute() {
   if (!graphSource().graph()) return;
-  const auto start = mapOntoGraph(current_.point, true);
+  const auto start = mapOntoGraph(originalPoint_ ? originalPoint_ : current_.point, true);
   const auto walls = configOf(*this).checkDestinationsAgainstOwnWalls() ? DestinationWalls::own
                                                                         : DestinationWalls::held;
   const auto targets = destinationNodes(current_.possibleDestinations, weakConfigDependents(),
@@ -220,28 +269,38 @@ std::shared_ptr<const Route> RoutingTask::routeAlong(const Points& nodes, const 
   return std::make_shared<Route>(createRoute(edges));
 }
 
-void RoutingTask::completedRouteCalculation() {
-  current_.calculatedGraphForRoute.reset();
-  if (current_.route) {
-    auto route = std::make_shared<Route>(*current_.route);
-    route->setDirections(directions_ ? directionsFinder_->directionsForRoute(route->steps(), false)
-                                     : std::vector<Directions>());
-    current_.calculatedGraphForRoute = buildRouteGraph(*route, weakConfigDependents());
-    arrived_ = !route->steps().empty() &&
-               route->remainingDistance() < configOf(*this).targetProximityDistance();
-    if (arrived_) current_.destination = route->steps().back().end();
-    current_.route = std::move(route);
+void RoutingTask::completedRouteCalculation(bool publishRoute) {
+  completeRoute();
+  if (publishRoute && current_.route && !current_.route->steps().empty()) {
+    const Route& route = *current_.route;
+    arrived_ = route.remainingDistance() < configOf(*this).targetProximityDistance();
+    if (arrived_) current_.destination = route.steps().back().end();
   }
-  state_.update([&](State& state) {
-    state.route = current_.route;
-    state.calculatedGraphForRoute = current_.calculatedGraphForRoute;
-    state.destination = current_.destination;
-  });
+  storeCurrent();
+  if (!publishRoute) return;
   if (arrived_) {
     finish();
   } else {
     publish();
   }
+}
+
+void RoutingTask::completeRoute() {
+  current_.calculatedGraphForRoute.reset();
+  if (!current_.route) return;
+  auto route = std::make_shared<Route>(*current_.route);
+  route->setDirections(directions_ ? directionsFinder_->directionsForRoute(route->steps(), false)
+                                   : std::vector<Directions>());
+  current_.calculatedGraphForRoute = buildRouteGraph(*route, weakConfigDependents());
+  current_.route = std::move(route);
+}
+
+void RoutingTask::storeCurrent() {
+  state_.update([&](State& state) {
+    state.route = current_.route;
+    state.calculatedGraphForRoute = current_.calculatedGraphForRoute;
+    state.destination = current_.destination;
+  });
 }
 
 void RoutingTask::publish() {

@@ -22,6 +22,7 @@ class KRVNavGraph;
 class KRVNavPoint;
 class RoutingUpdateTask;
 class SearchTimeLimit;
+class SnappingTask;
 
 /// Computes the route from a person's position to the cheapest of several destinations, and
 /// keeps it current while the person walks.
@@ -48,6 +49,11 @@ class SearchTimeLimit;
 /// the graph) and there was none before. When no way exists on the graph, the route is one
 /// straight line to the nearest destination, and `isDirectLine()` is true. A search that takes
 /// longer than ten seconds while an older route exists is given up, and the older one stays.
+///
+/// A host that snaps positions runs a `SnappingTask` for each of them. While this task is the
+/// active one, they become its `snappingTask` and keep its route current between two
+/// `updateStartPoint`; whether the person is still on the route, and where a new one starts, is
+/// then decided by the raw position.
 ///
 /// Threads: all public members may be called from any thread, also from inside the handler. The
 /// work is done on the global queue; handler and notification come on the main thread.
@@ -77,7 +83,19 @@ class KORVANI_API RoutingTask : public Task {
   bool directions() const { return directions_; }
   void setDirections(bool directions) { directions_ = directions; }
 
-  /// How long the last execution took, in seconds; 0 before the first.
+  /// The snapping task whose raw position is the person's; absent without one. One that has never
+  /// run counts as none.
+  std::shared_ptr<SnappingTask> snappingTask() const { return snappingTask_.load(); }
+  void setSnappingTask(std::shared_ptr<SnappingTask> task);
+
+  /// The position given last: at creation, or through a handle.
+  std::shared_ptr<KRVNavPoint> point() const;
+
+  /// The destinations, one of which the route leads to.
+  Points possibleDestinations() const;
+
+  /// How long the last execution took, in seconds, be it for a run or for a snapping task; 0 before
+  /// the first.
   double lastExecutionDuration() const { return lastExecutionDuration_; }
 
   /// Anything the host wants to keep with the task; the task itself never looks at it.
@@ -109,6 +127,7 @@ class KORVANI_API RoutingTask : public Task {
 
  private:
   friend class RoutingUpdateTask;
+  friend struct FacadeRoles;
 
   /// What is shared with other threads; swapped whole, so that readers see a route together with
   /// its graph.
@@ -131,8 +150,13 @@ class KORVANI_API RoutingTask : public Task {
               Points possibleDestinations, CompletionHandler completionHandler);
 
   void proceedTo(std::shared_ptr<KRVNavPoint> point);
-  bool routeProceedOnPath();
+  std::shared_ptr<SnappingTask> exchangeSnappingTask(std::shared_ptr<SnappingTask> task);
+  void proceedWithSnappingTask();
+  void updateRoute(bool publishRoute);
+  bool routeProceedOnPath(bool publishRoute);
   Start startIntersection();
+  Start startIntersectionOf(const std::shared_ptr<KRVNavPoint>& originalPoint,
+                            const std::shared_ptr<Intersection>& onRoute);
   std::shared_ptr<Intersection> mapOntoGraph(const std::shared_ptr<KRVNavPoint>& point,
                                              bool onOriginalGraph);
   void findRoute();
@@ -142,7 +166,9 @@ class KORVANI_API RoutingTask : public Task {
                     const std::shared_ptr<Intersection>& start, const Points& destinationNodes);
   std::shared_ptr<const Route> routeAlong(const Points& nodes, const KRVNavGraph& graph,
                                           const Intersection& start);
-  void completedRouteCalculation();
+  void completedRouteCalculation(bool publishRoute);
+  void completeRoute();
+  void storeCurrent();
   void publish();
 
   const std::shared_ptr<DijkstraImproved> pathFinder_;
@@ -154,9 +180,11 @@ class KORVANI_API RoutingTask : public Task {
   std::atomic<double> lastExecutionDuration_{0};
   KorvaniCommon::Guarded<std::shared_ptr<void>> taskUserInfo_;
   KorvaniCommon::Guarded<State> state_;
+  KorvaniCommon::Guarded<std::shared_ptr<SnappingTask>> snappingTask_;
 
   // Touched only by the execution that goes on.
-  State current_;         ///< what it started from, with the route as it is now
+  State current_;  ///< what it started from, with the route as it is now
+  std::shared_ptr<KRVNavPoint> originalPoint_;  ///< the snapping task's raw position, if any
   bool arrived_ = false;  ///< whether it found that the destination is reached
   std::shared_ptr<IntersectionTask> intersectionTask_;
   std::shared_ptr<SearchTimeLimit> pathFinderInterruptionTimer_;

@@ -36,6 +36,7 @@ thread_local void* innermostExecution = nullptr;
 Task::Task(std::weak_ptr<ConfigDependents> configDependents, bool async)
     : configDependents_(std::move(configDependents)),
       async_(async),
+      running_(std::make_shared<std::atomic<bool>>(false)),
       identifier_(KorvaniPlatform::UUID::random()) {}
 
 Task::~Task() { NotificationCenter::defaultCenter().removeObserver(this); }
@@ -45,7 +46,7 @@ void Task::run() {
 }
 
 void Task::runAfter(const std::function<bool()>& prepare) {
-  if (running_) return;
+  if (running()) return;
   if (graphSource().graph()) {
     start(prepare);
   } else if (prepare()) {
@@ -59,9 +60,9 @@ void Task::runUnlessGraphIsMissing() {
 
 void Task::start(const std::function<bool()>& prepare) {
   // Of several threads that come here at once only one starts the work.
-  if (running_.exchange(true)) return;
+  if (!claim()) return;
   if (!prepare()) {
-    running_ = false;
+    release();
     return;
   }
   auto self = shared_from_this();
@@ -133,7 +134,7 @@ void Task::finalStep() {
   done();
   // In this order a run that another thread starts now is kept, or comes while this one lasts.
   taskHost().removeTask(shared_from_this());
-  running_ = false;
+  release();
 }
 
 void Task::execute() {

@@ -47,7 +47,7 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   bool async() const { return async_; }
 
   /// Whether the task has started and not yet finished.
-  bool running() const { return running_; }
+  bool running() const { return *running_; }
 
   /// The task's identity, fresh and random for each task.
   const KorvaniPlatform::UUID& identifier() const { return identifier_; }
@@ -102,8 +102,15 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   /// `release()` here: not earlier, or the results of its next execution might overtake these.
   virtual void executionEnded();
 
-  /// Gives up the mark that `run()` set.
-  void release() { running_ = false; }
+  /// Sets the mark that `run()` sets; false when it is set already. Who sets it is alone with the
+  /// task until it is given up.
+  bool claim() { return !running_->exchange(true); }
+
+  /// Gives up the mark.
+  void release() { *running_ = false; }
+
+  /// The mark itself, for those who have to let go of the task before they give it up.
+  const std::shared_ptr<std::atomic<bool>>& runningMark() const { return running_; }
 
   const std::weak_ptr<ConfigDependents>& weakConfigDependents() const { return configDependents_; }
 
@@ -123,7 +130,7 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
 
   std::weak_ptr<ConfigDependents> configDependents_;
   const bool async_;
-  std::atomic<bool> running_{false};
+  const std::shared_ptr<std::atomic<bool>> running_;
   const KorvaniPlatform::UUID identifier_;
 };
 

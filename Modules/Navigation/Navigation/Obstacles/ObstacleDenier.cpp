@@ -1,0 +1,7 @@
+#include "Navigation/Obstacles/ObstacleDenier.hpp"
+
+namespace KorvaniNavigation {
+
+ObstacleDenier::~ObstacleDenier() = default;
+
+}  // namespace KorvaniNavigation
