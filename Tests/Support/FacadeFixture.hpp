@@ -149,4 +149,12 @@ class FacadeFixture : public testing::Test {
   std::shared_ptr<std::vector<Delivery>> deliveries_ = std::make_shared<std::vector<Delivery>>();
 };
 
+/// The same without level height, so that drawn metres are metres: every distance of two points
+/// carries the level height, also on one level. For fixtures with a building of their own, whose
+/// edges are measured when it is made.
+class FlatFacadeFixture : public FacadeFixture {
+ protected:
+  FlatFacadeFixture() { config().setLevelHeight(0); }
+};
+
 }  // namespace KorvaniTest

@@ -132,12 +132,17 @@ TEST_F(NavigationTest, ASecondGraphReplacesTheRegionsOfEveryConfigurationsFinder
   const TextBuilding first("A--B");
   TextBuilding second("A--B");
   second.addLevel(1, "C--D");
-  navigation().provideGraph(first.graph());
-  navigation().provideGraph(second.graph());
-  EXPECT_EQ(navigation().graph(), second.graph());
+  std::vector<std::shared_ptr<RegionFinder>> finders;
   for (const auto& entry : navigation().navigationConfigs()) {
-    const auto regions = entry.second->intersectionFinder()->regionFinder()->regions();
-    EXPECT_EQ(regions, std::as_const(*second.graph()).regions()) << entry.first;
+    finders.push_back(entry.second->intersectionFinder()->regionFinder());
+  }
+  ASSERT_EQ(finders.size(), 2U);
+  for (const auto& graph : {first.graph(), second.graph()}) {
+    navigation().provideGraph(graph);
+    EXPECT_EQ(navigation().graph(), graph);
+    for (const auto& finder : finders) {
+      EXPECT_EQ(finder->regions(), std::as_const(*graph).regions());
+    }
   }
 }
 

@@ -171,6 +171,38 @@ TEST_F(TaskTest, RunningTwiceWhileTheFirstRunGoesOnStartsTheWorkOnce) {
   EXPECT_EQ(task->deliveries, 1);
 }
 
+TEST_F(TaskTest, WhoAsksIsToldOnceTheTaskIsClaimedAndBeforeItWorks) {
+  provideGraph();
+  const auto task = std::make_shared<ProbeTask>(false);
+  int told = 0;
+  EXPECT_TRUE(task->run([&] {
+    ++told;
+    EXPECT_TRUE(task->running());
+    EXPECT_EQ(task->executions, 0);
+  }));
+  EXPECT_EQ(told, 1);
+  EXPECT_EQ(task->deliveries, 1);
+}
+
+TEST_F(TaskTest, WhoAsksIsNotToldWhenTheTaskIsRunning) {
+  provideGraph();
+  const auto task = std::make_shared<ProbeTask>(true);
+  task->finishes = false;
+  EXPECT_TRUE(task->run([] {}));
+  EXPECT_FALSE(task->run([] { ADD_FAILURE() << "it is running"; }));
+}
+
+TEST_F(TaskTest, WhoAsksIsToldThatTheTaskWaitsForTheGraphAndNotAgain) {
+  const auto task = std::make_shared<ProbeTask>(false);
+  int told = 0;
+  EXPECT_TRUE(task->run([&] { ++told; }));
+  EXPECT_FALSE(task->running());
+  provideGraph();
+  announceGraph();
+  EXPECT_EQ(task->executions, 1);
+  EXPECT_EQ(told, 1);
+}
+
 TEST_F(TaskTest, ASynchronousTaskHasDeliveredAndLeftTheFacadeWhenRunReturns) {
   provideGraph();
   auto task = std::make_shared<ProbeTask>(false);

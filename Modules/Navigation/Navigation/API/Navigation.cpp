@@ -60,7 +60,7 @@ struct FacadeRoles final : GraphSettings, GraphSource, TaskHost, ActiveRoute {
   void appendTask(const std::shared_ptr<Task>& task) override {
     navigation.pendingTasks_.appendUnlessContained(task);
   }
-  void removeTask(const std::shared_ptr<Task>& task) override { navigation.removeTask(task); }
+  void removeTask(const std::shared_ptr<Task>& task) override { navigation.forget(task); }
 
   std::optional<std::string> configName() const override {
     return navigation.activeRoutingTask_.read([](const std::shared_ptr<RoutingTask>& active) {
@@ -232,6 +232,13 @@ void Navigation::cancelAllTasks() {
 
 void Navigation::removeTask(const std::shared_ptr<Task>& task) {
   if (!task) return;
+  // First, so that a position which another thread is giving to the task just now either sees it
+  // or has brought the task into the list by the time it is taken out.
+  task->isLetGo_ = true;
+  forget(task);
+}
+
+void Navigation::forget(const std::shared_ptr<Task>& task) {
   pendingTasks_.perform([&] {
     if (const auto index = pendingTasks_.indexOf(task)) pendingTasks_.removeAt(*index);
   });

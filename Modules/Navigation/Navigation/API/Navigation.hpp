@@ -124,8 +124,9 @@ class KORVANI_API Navigation final : public KorvaniCommon::CommonModule {
   /// for a new graph.
   void cancelAllTasks();
 
-  /// Lets a task go. Finishing tasks call this; a host calls it to stop guiding with a routing
-  /// task, which then is no longer the active one. Does nothing for a task that is not known.
+  /// Lets a task go; a host calls this to stop guiding with a routing task. That is no longer the
+  /// active one then and calls its handler no more, and its handles do nothing until the host runs
+  /// it again. Does nothing else for a task that is not known.
   void removeTask(const std::shared_ptr<Task>& task);
 
  private:
@@ -140,6 +141,7 @@ class KORVANI_API Navigation final : public KorvaniCommon::CommonModule {
   ~Navigation() override;
 
   std::shared_ptr<ConfigDependents> mainBundle() const;
+  void forget(const std::shared_ptr<Task>& task);
 
   KorvaniCommon::Guarded<std::shared_ptr<KRVNavGraph>> graph_;
   KorvaniCommon::SynchronizedArray<std::shared_ptr<Task>, SameTask> pendingTasks_;

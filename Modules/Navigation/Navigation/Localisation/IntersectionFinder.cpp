@@ -89,7 +89,7 @@ bool IntersectionFinder::checkIfLineBetweenCoordinate(CLLocationCoordinate2D a,
       isSameCorner(first.northEast, second.northEast)) {
     return true;
   }
-  // A plain difference: both diagonals point north-east, so none lies across north.
+  // A plain difference: both diagonals point north-east (of boxes narrower than half the world).
   if (std::abs(diagonalBearing(first) - diagonalBearing(second)) > kSameDirectionDegrees) {
     return false;
   }

@@ -62,7 +62,7 @@ class KORVANI_API RegionFinder : public std::enable_shared_from_this<RegionFinde
                                                      bool onOriginalGraph) const;
 
   /// The region nearest to the coordinate; absent when the list is empty, and for a
-  /// coordinate that is not a number on a level that has regions.
+  /// coordinate that is not a number when the list begins with a region of the level.
   ///
   /// Among the regions of the level it is the one with the nearest south-west or north-east
   /// corner, in metres; when the level has no region, the one of the nearest level. Ties keep

@@ -26,44 +26,41 @@ StrengthBasedObstacleDenier::StrengthBasedObstacleDenier(
 StrengthBasedObstacleDenier::~StrengthBasedObstacleDenier() = default;
 
 StrengthBasedObstacleDenier::Counters StrengthBasedObstacleDenier::obstacleCounters() const {
-  const std::lock_guard lock(mutex_);
-  return counters_->counters();
+  return shown_.load().obstacleCounters;
 }
 
 std::int64_t StrengthBasedObstacleDenier::numberOfPosUpdatesOnSameFloor() const {
-  const std::lock_guard lock(mutex_);
-  return numberOfPosUpdatesOnSameFloor_;
+  return shown_.load().numberOfPosUpdatesOnSameFloor;
 }
 
 std::optional<float> StrengthBasedObstacleDenier::percentage() const {
-  const std::lock_guard lock(mutex_);
-  return percentage_;
+  return shown_.load().percentage;
 }
 
 std::shared_ptr<KRVNavRegion> StrengthBasedObstacleDenier::lastRegion() const {
-  const std::lock_guard lock(mutex_);
-  return lastRegion_;
+  return shown_.load().lastRegion;
 }
 
 std::shared_ptr<KRVNavPoint> StrengthBasedObstacleDenier::lastIndoorLocation() const {
-  const std::lock_guard lock(mutex_);
-  return lastIndoorLocation_;
+  return shown_.load().lastIndoorLocation;
 }
 
 CLLocationCoordinate2D StrengthBasedObstacleDenier::check(const KRVNavPoint& point) {
-  const std::lock_guard lock(mutex_);
+  const std::lock_guard lock(checkMutex_);
   regionFinder_->updateRegions();
   auto region = regionFinder_->findRegionFor(point.coordinate(), point.level(), true);
   if (!region) return point.coordinate();
   const CLLocationCoordinate2D result =
-      isAccepted(point) ? point.coordinate() : lastIndoorLocation_->coordinate();
-  lastIndoorLocation_ = std::make_shared<KRVNavPoint>(result, point.level());
-  lastRegion_ = std::move(region);
+      isAccepted(point) ? point.coordinate() : memory_.lastIndoorLocation->coordinate();
+  memory_.lastIndoorLocation = std::make_shared<KRVNavPoint>(result, point.level());
+  memory_.lastRegion = std::move(region);
+  memory_.obstacleCounters = counters_->counters();
+  shown_.store(memory_);
   return result;
 }
 
 bool StrengthBasedObstacleDenier::isAccepted(const KRVNavPoint& point) {
-  if (!lastIndoorLocation_ || lastIndoorLocation_->level() != point.level()) {
+  if (!memory_.lastIndoorLocation || memory_.lastIndoorLocation->level() != point.level()) {
     startOnLevel();
     return true;
   }
@@ -74,26 +71,27 @@ bool StrengthBasedObstacleDenier::isAccepted(const KRVNavPoint& point) {
   // The region's walls are left out on purpose: positions are watched, not held back.
   const ObstacleDetector detector({}, configDependents_);
   const auto detected =
-      detector.detectBarriersBetween(point.coordinate(), lastIndoorLocation_->coordinate());
+      detector.detectBarriersBetween(point.coordinate(), memory_.lastIndoorLocation->coordinate());
   KorvaniCommon::KRVDDLogDebug(
       [&] {
         return "detected " + std::to_string(detected.size()) +
                " obstacles between the old and the new position";
       },
       kKRVNavigationModuleName);
-  return counters_->isCrossingAccepted(detected, *percentage_);
+  return counters_->isCrossingAccepted(detected, *memory_.percentage);
 }
 
 void StrengthBasedObstacleDenier::startOnLevel() {
-  numberOfPosUpdatesOnSameFloor_ = 0;
-  percentage_ = 0.0F;
+  memory_.numberOfPosUpdatesOnSameFloor = 0;
+  memory_.percentage = 0.0F;
   counters_->clear();
 }
 
 void StrengthBasedObstacleDenier::countPosition() {
-  numberOfPosUpdatesOnSameFloor_ += 1;
+  memory_.numberOfPosUpdatesOnSameFloor += 1;
   const float perPosition = 100.0F / static_cast<float>(POS_UPDATES_ON_FLOOR_FOR_FULL_STRENGTH);
-  percentage_ = std::min(100.0F, static_cast<float>(numberOfPosUpdatesOnSameFloor_) * perPosition);
+  memory_.percentage =
+      std::min(100.0F, static_cast<float>(memory_.numberOfPosUpdatesOnSameFloor) * perPosition);
 }
 
 }  // namespace KorvaniNavigation

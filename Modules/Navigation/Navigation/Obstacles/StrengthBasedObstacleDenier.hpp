@@ -5,6 +5,7 @@
 #include <mutex>
 #include <optional>
 
+#include "Common/Guarded.hpp"
 #include "Common/OrderedDictionary.hpp"
 #include "Navigation/Obstacles/ObstacleDenier.hpp"
 #include "Platform/Export.hpp"
@@ -43,7 +44,8 @@ class KORVANI_API StrengthBasedObstacleDenier : public ObstacleDenier {
   ~StrengthBasedObstacleDenier() override;
 
   /// Fatal error when the configuration is gone and the position is on the level of the last.
-  /// Logs what it decides, at debug and verbose level.
+  /// Logs what it decides, at debug and verbose level. A log sink may look at the denier, which
+  /// then is as the last check left it, but must not have it check.
   CLLocationCoordinate2D check(const KRVNavPoint& point) override;
 
   /// The walls that are counted, each with its counter from 1 to 100.
@@ -62,18 +64,25 @@ class KORVANI_API StrengthBasedObstacleDenier : public ObstacleDenier {
   std::shared_ptr<KRVNavPoint> lastIndoorLocation() const;
 
  private:
+  /// What a check leaves for the next one, as others may see it.
+  struct Memory {
+    Counters obstacleCounters;
+    std::int64_t numberOfPosUpdatesOnSameFloor = 0;
+    std::optional<float> percentage;
+    std::shared_ptr<KRVNavRegion> lastRegion;
+    std::shared_ptr<KRVNavPoint> lastIndoorLocation;
+  };
+
   bool isAccepted(const KRVNavPoint& point);
   void startOnLevel();
   void countPosition();
 
   const std::weak_ptr<ConfigDependents> configDependents_;
   const std::shared_ptr<RegionFinder> regionFinder_;
+  std::mutex checkMutex_;  ///< orders the checks, and guards what only they touch
   const std::unique_ptr<ObstacleCounters> counters_;
-  mutable std::mutex mutex_;
-  std::int64_t numberOfPosUpdatesOnSameFloor_ = 0;
-  std::optional<float> percentage_;
-  std::shared_ptr<KRVNavRegion> lastRegion_;
-  std::shared_ptr<KRVNavPoint> lastIndoorLocation_;
+  Memory memory_;
+  KorvaniCommon::Guarded<Memory> shown_;  ///< apart, since a log sink may ask during a check
 };
 
 }  // namespace KorvaniNavigation

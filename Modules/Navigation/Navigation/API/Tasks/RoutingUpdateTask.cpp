@@ -3,14 +3,23 @@
 #include <utility>
 
 #include "Navigation/API/Tasks/RoutingTask.hpp"
+#include "Platform/MainQueue.hpp"
 
 namespace KorvaniNavigation {
 
 RoutingUpdateTask::RoutingUpdateTask(std::weak_ptr<RoutingTask> routingTask)
     : routingTask_(std::move(routingTask)) {}
 
-void RoutingUpdateTask::updateStartPoint(std::shared_ptr<KRVNavPoint> point) const {
-  if (const auto task = routingTask_.lock()) task->proceedTo(std::move(point));
+bool RoutingUpdateTask::updateStartPoint(std::shared_ptr<KRVNavPoint> point,
+                                         const std::function<void()>& taken) const {
+  auto task = routingTask_.lock();
+  if (!task) return false;
+  const bool isTaken = task->proceedTo(std::move(point), taken);
+  // Somebody may have let go of the task meanwhile: it must not end on this thread.
+  if (!KorvaniPlatform::isMainThread()) {
+    KorvaniPlatform::mainQueue().async([task = std::move(task)] {});
+  }
+  return isTaken;
 }
 
 }  // namespace KorvaniNavigation

@@ -42,36 +42,54 @@ Task::Task(std::weak_ptr<ConfigDependents> configDependents, bool async)
 Task::~Task() { NotificationCenter::defaultCenter().removeObserver(this); }
 
 void Task::run() {
-  runAfter([] { return true; });
+  run([] {});
 }
 
-void Task::runAfter(const std::function<bool()>& prepare) {
-  if (running()) return;
-  if (graphSource().graph()) {
-    start(prepare);
-  } else if (prepare()) {
-    observeGraphCreation();
-  }
+bool Task::run(const std::function<void()>& taken) {
+  return runAfter([&] {
+    isLetGo_ = false;
+    taken();
+    return true;
+  });
+}
+
+bool Task::runAfter(const std::function<bool()>& prepare) {
+  if (running()) return false;
+  if (graphSource().graph()) return start(prepare);
+  if (!prepare()) return false;
+  observeGraphCreation();
+  return true;
 }
 
 void Task::runUnlessGraphIsMissing() {
-  if (graphSource().graph()) start([] { return true; });
+  if (!graphSource().graph()) return;
+  start([this] {
+    isLetGo_ = false;
+    return true;
+  });
 }
 
-void Task::start(const std::function<bool()>& prepare) {
+bool Task::start(const std::function<bool()>& prepare) {
   // Of several threads that come here at once only one starts the work.
-  if (!claim()) return;
+  if (!claim()) return false;
   if (!prepare()) {
     release();
-    return;
+    return false;
   }
   auto self = shared_from_this();
   taskHost().appendTask(self);
+  if (isLetGo_) {
+    // The host has stopped the task between the two steps before this one.
+    taskHost().removeTask(self);
+    release();
+    return false;
+  }
   if (async_) {
     globalQueue().execute([self = std::move(self)]() mutable { perform(std::move(self)); });
   } else {
     perform(std::move(self));
   }
+  return true;
 }
 
 void Task::observeGraphCreation() {
@@ -98,7 +116,6 @@ void Task::perform(std::shared_ptr<Task> task) {
   }
   task->executionEnded();
   for (const Job& block : execution.deliveries) block();
-  if (execution.finished) task->finalStep();
 }
 
 void Task::bringHome(std::shared_ptr<Task> task, Execution& execution) {
@@ -148,14 +165,16 @@ void Task::done() {}
 void Task::executionEnded() {}
 
 void Task::finish() {
-  if (Execution* execution = currentExecution()) {
+  if (!async_) {
+    finalStep();
+  } else if (Execution* execution = currentExecution()) {
     // The work's thread owns the task until its work has returned.
     execution->finished = true;
-    return;
+  } else {
+    notify([weak = weak_from_this()] {
+      if (const auto alive = weak.lock()) alive->finalStep();
+    });
   }
-  notify([weak = weak_from_this()] {
-    if (const auto alive = weak.lock()) alive->finalStep();
-  });
 }
 
 void Task::notify(Job block) const {
@@ -170,7 +189,9 @@ void Task::afterExecution(Job block) {
   if (Execution* execution = currentExecution()) {
     execution->deliveries.push_back(std::move(block));
   } else {
-    notify(std::move(block));
+    notify([weak = weak_from_this(), block = std::move(block)] {
+      if (const auto alive = weak.lock()) block();
+    });
   }
 }
 

@@ -13,6 +13,7 @@
 namespace KorvaniNavigation {
 
 class ConfigDependents;
+class Navigation;
 
 /// Base of everything the engine does for a host: made by the facade, started with `run()`,
 /// answered through a completion handler.
@@ -42,6 +43,12 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   /// Starts the task: marks it running, has the facade keep it and lets `execute()` run. Does
   /// nothing when it is running already; waits for the notification when there is no graph.
   void run();
+
+  /// The same for who has to know whether it starts something, as for a protocol of what was
+  /// done: `taken` (not empty) is called once this call has claimed the task, or is about to wait
+  /// for the graph, and before any of the work. It is not called when the task is running already.
+  /// @return whether it was called
+  bool run(const std::function<void()>& taken);
 
   /// Whether the work goes on in the background and results are delivered on the main queue.
   bool async() const { return async_; }
@@ -87,7 +94,8 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   /// `run()` with a step in between: `prepare` is called once this call has claimed the task (or
   /// is about to wait for the graph), before the work starts. When it returns false, nothing is
   /// started after all.
-  void runAfter(const std::function<bool()>& prepare);
+  /// @return whether it was called and returned true
+  bool runAfter(const std::function<bool()>& prepare);
 
   /// `run()` that does not wait: does nothing when there is no graph.
   void runUnlessGraphIsMissing();
@@ -112,13 +120,18 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   /// The mark itself, for those who have to let go of the task before they give it up.
   const std::shared_ptr<std::atomic<bool>>& runningMark() const { return running_; }
 
+  /// Whether the host has had the facade let the task go, and has not run it since.
+  bool isLetGo() const { return isLetGo_; }
+
   const std::weak_ptr<ConfigDependents>& weakConfigDependents() const { return configDependents_; }
 
  private:
+  friend class Navigation;  // which marks tasks that hosts let go
+
   /// What one execution leaves to be done after it. Lives on the stack of the job.
   struct Execution;
 
-  void start(const std::function<bool()>& prepare);
+  bool start(const std::function<bool()>& prepare);
   Execution* currentExecution() const;
   static void perform(std::shared_ptr<Task> task);
   static void bringHome(std::shared_ptr<Task> task, Execution& execution);
@@ -131,6 +144,7 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   std::weak_ptr<ConfigDependents> configDependents_;
   const bool async_;
   const std::shared_ptr<std::atomic<bool>> running_;
+  std::atomic<bool> isLetGo_{false};
   const KorvaniPlatform::UUID identifier_;
 };
 
