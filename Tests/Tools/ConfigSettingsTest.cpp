@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 
 #include "Support/InputError.hpp"
@@ -11,6 +12,7 @@ namespace KorvaniTest {
 namespace {
 
 using KorvaniNavigation::Config;
+using KorvaniPlatform::Number;
 using KorvaniTools::applySetting;
 using KorvaniTools::configSettingNamed;
 using KorvaniTools::configSettings;
@@ -96,6 +98,23 @@ TEST(ConfigSettings, AnIllTypedValueIsNamedWithWhatIsExpected) {
 
 TEST(ConfigSettings, AKeyAloneIsNotEnough) {
   EXPECT_THAT(complaintAbout("levelHeight"), HasSubstr("expected KEY=VALUE"));
+}
+
+TEST(ConfigSettings, AcceptOnlyWhatTheirFieldsHold) {
+  const auto accepts = [](const char* key, const Number& number) {
+    return configSettingNamed(key)->accepts(number);
+  };
+  EXPECT_TRUE(accepts("activateObstacleChecking", true));
+  EXPECT_FALSE(accepts("activateObstacleChecking", 1));
+  EXPECT_TRUE(accepts("levelHeight", 3));
+  EXPECT_TRUE(accepts("levelHeight", 3.5));
+  EXPECT_FALSE(accepts("levelHeight", true));
+  EXPECT_FALSE(accepts("levelHeight", std::numeric_limits<double>::infinity()));
+  EXPECT_TRUE(accepts("navigationMagneticPathSnappingFallbackThreshold", 4.0));
+  EXPECT_FALSE(accepts("navigationMagneticPathSnappingFallbackThreshold", 4.5));
+  EXPECT_FALSE(accepts("navigationMagneticPathSnappingFallbackThreshold", 0x1p63));
+  EXPECT_TRUE(accepts("navigationMagneticPathSnappingDistanceThreshold", -3e38));
+  EXPECT_FALSE(accepts("navigationMagneticPathSnappingDistanceThreshold", 1e39));
 }
 
 }  // namespace

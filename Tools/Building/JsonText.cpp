@@ -1,5 +1,6 @@
 #include "Building/JsonText.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <limits>
@@ -78,6 +79,16 @@ class FaultLocator : public nlohmann::json_sax<Json> {
                       locator.tooLarge() ? "finite numbers" : "JSON");
 }
 
+/// Whether `value` has arrays or objects in more than `levels` levels. Text may nest them as deep
+/// as it is long, too deep to write such a value out.
+bool isNestedDeeperThan(int levels, const Json& value) {
+  if (!value.is_structured()) return false;
+  if (levels == 0) return true;
+  return std::any_of(value.begin(), value.end(), [levels](const Json& element) {
+    return isNestedDeeperThan(levels - 1, element);
+  });
+}
+
 }  // namespace
 
 Json parseJsonText(std::string_view text, const std::string& file) {
@@ -102,6 +113,7 @@ std::string brief(const Json& value) {
   if (value.is_array() && value.size() > 4) {
     return "an array of " + std::to_string(value.size()) + " values";
   }
+  if (isNestedDeeperThan(4, value)) return "an array";
   const std::string text = value.dump();
   return text.size() <= 80 ? text : "an array";
 }

@@ -92,20 +92,6 @@ std::vector<const ConfigSetting*> makeSettings() {
   return settings;
 }
 
-const char* expectedValue(Number::Kind kind) {
-  switch (kind) {
-    case Number::Kind::boolean:
-      return "true or false";
-    case Number::Kind::integer:
-      return "a whole number";
-    case Number::Kind::floating:
-      return "a number that single precision holds";
-    case Number::Kind::real:
-      break;
-  }
-  return "a number";
-}
-
 std::optional<Number> parseBoolean(const std::string& text) {
   if (text == "true" || text == "1") return Number::boolean(true);
   if (text == "false" || text == "0") return Number::boolean(false);
@@ -119,10 +105,11 @@ std::optional<Number> parseValue(std::string_view text, Number::Kind kind) {
     return whole ? std::optional<Number>(Number::integer(*whole)) : std::nullopt;
   }
   const auto number = parseNumber(text);
-  if (!number || !std::isfinite(*number)) return {};
-  constexpr double kLargestFloat = std::numeric_limits<float>::max();
-  if (kind == Number::Kind::floating && std::abs(*number) > kLargestFloat) return {};
-  return Number::real(*number);
+  return number ? std::optional<Number>(Number::real(*number)) : std::nullopt;
+}
+
+bool isWhole(double number) {
+  return number == std::trunc(number) && number >= -0x1p63 && number < 0x1p63;
 }
 
 [[noreturn]] void refuseKey(std::string_view key) {
@@ -147,6 +134,34 @@ std::string ConfigSetting::type() const {
   return "double";
 }
 
+bool ConfigSetting::accepts(const Number& number) const {
+  const Number::Kind kind = value(Config()).kind();
+  const bool isBoolean = number.kind() == Number::Kind::boolean;
+  if (isBoolean || kind == Number::Kind::boolean) {
+    return isBoolean && kind == Number::Kind::boolean;
+  }
+  const double real = number.doubleValue();
+  if (kind == Number::Kind::integer) {
+    return number.kind() == Number::Kind::integer || isWhole(real);
+  }
+  constexpr double kLargestFloat = std::numeric_limits<float>::max();
+  return std::isfinite(real) && (kind != Number::Kind::floating || std::abs(real) <= kLargestFloat);
+}
+
+std::string ConfigSetting::expectedValue() const {
+  switch (value(Config()).kind()) {
+    case Number::Kind::boolean:
+      return "true or false";
+    case Number::Kind::integer:
+      return "a whole number";
+    case Number::Kind::floating:
+      return "a number that single precision holds";
+    case Number::Kind::real:
+      break;
+  }
+  return "a number";
+}
+
 const std::vector<const ConfigSetting*>& configSettings() {
   // Kept for the life of the process.
   static const auto& settings = *new std::vector<const ConfigSetting*>(makeSettings());
@@ -169,11 +184,10 @@ void applySetting(std::string_view text, Config& config) {
   const ConfigSetting* setting = configSettingNamed(key);
   if (setting == nullptr) refuseKey(key);
   const std::string_view value = text.substr(equals + 1);
-  const Number::Kind kind = setting->value(Config()).kind();
-  const auto number = parseValue(value, kind);
-  if (!number) {
+  const auto number = parseValue(value, setting->value(Config()).kind());
+  if (!number || !setting->accepts(*number)) {
     throw InputError("--config: " + std::string(key) + ": found \"" + std::string(value) +
-                     "\", expected " + expectedValue(kind));
+                     "\", expected " + setting->expectedValue());
   }
   setting->set(*number, config);
 }

@@ -34,6 +34,13 @@ class ConfigSetting {
 
   /// The field's type in a word: "boolean", "integer", "float" or "double".
   std::string type() const;
+
+  /// Whether the field can hold `number`: only a boolean is one, an integer is a whole number, and
+  /// no number is infinite in the field.
+  bool accepts(const Number& number) const;
+
+  /// What the field can hold, for error messages: "a whole number".
+  std::string expectedValue() const;
 };
 
 /// All settings: the items in their order, then the fields without item.

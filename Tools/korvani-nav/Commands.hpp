@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -35,5 +36,32 @@ struct RouteOptions {
 
 /// Shows the route between two places.
 int runRoute(const RouteOptions& options);
+
+struct SimulateOptions {
+  std::string file;
+  std::string from;
+  std::string to;
+  double noise = 0;    ///< metres
+  double speed = 1.5;  ///< metres per second
+  std::uint64_t seed = 1;
+  double levelGlitches = 0;  ///< a probability
+  bool detour = false;
+  bool barrierFree = false;
+  std::vector<std::string> settings;  ///< KEY=VALUE
+  std::string output;                 ///< path, or empty for standard output
+};
+
+/// Writes a trace of somebody who walks from one place to another.
+int runSimulate(const SimulateOptions& options);
+
+struct ReplayOptions {
+  std::string building;
+  std::string trace;
+  std::string output;  ///< path, or empty for standard output
+};
+
+/// Does with the engine what a trace says, and writes what the engine delivers: to standard
+/// output line by line, to a file at the end.
+int runReplay(const ReplayOptions& options);
 
 }  // namespace KorvaniTools

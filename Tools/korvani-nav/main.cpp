@@ -1,12 +1,15 @@
-/// korvani-nav: looks into building files, asks the engine for routes through them, and lists
-/// what can be configured.
+/// korvani-nav: looks into building files, asks the engine for routes through them, makes and
+/// replays traces, and lists what can be configured.
 
 #include <CLI/CLI.hpp>
+#include <charconv>
+#include <cstdint>
 #include <exception>
 #include <functional>
 #include <iostream>
 #include <memory>
 #include <string>
+#include <system_error>
 
 #include "korvani-nav/Commands.hpp"
 
@@ -15,7 +18,9 @@ namespace {
 using KorvaniTools::ConfigOptions;
 using KorvaniTools::kExitBadInput;
 using KorvaniTools::kExitOk;
+using KorvaniTools::ReplayOptions;
 using KorvaniTools::RouteOptions;
+using KorvaniTools::SimulateOptions;
 
 constexpr auto kExamples =
     "Examples:\n"
@@ -25,6 +30,10 @@ constexpr auto kExamples =
     "--barrier-free\n"
     "  korvani-nav route hall.building.geojson --from Lobby --to Toilet@0 --to Toilet@1 \\\n"
     "      --format geojson -o way.geojson\n"
+    "  korvani-nav simulate terminal.building.geojson --from \"Main entrance\" --to \"Gate B4\" "
+    "\\\n"
+    "      --noise 2 -o walk.trace.ndjson\n"
+    "  korvani-nav replay terminal.building.geojson walk.trace.ndjson\n"
     "  korvani-nav config --format json\n"
     "\n"
     "Exit status: 0 done, 1 no route found, 2 bad input or usage.\n";
@@ -38,6 +47,29 @@ constexpr auto kRouteNotes =
     "  korvani-nav route terminal.building.geojson --from \"Gate B4\" --to 54.32013,10.13043,-1 "
     "\\\n"
     "      --barrier-free --config navigationTargetProximityDistance=3 --config levelHeight=4\n";
+
+constexpr auto kSimulateNotes =
+    "A and B are LAT,LON,LEVEL, the name of a place, or NAME@LEVEL when several places bear\n"
+    "the name. The person walks the route from A to B and is seen once a second. The same options\n"
+    "give the same trace. 'korvani-nav replay' of it arrives.\n"
+    "\n"
+    "Examples:\n"
+    "  korvani-nav simulate terminal.building.geojson --from \"Main entrance\" --to \"Gate B4\"\n"
+    "  korvani-nav simulate terminal.building.geojson --from \"Gate B4\" --to \"Taxi rank\" \\\n"
+    "      --noise 2.5 --level-glitches 0.02 --detour --seed 7 -o walk.trace.ndjson\n"
+    "\n"
+    "Exit status: 0 done, 1 no way, no detour or no arrival, 2 bad input or usage.\n";
+
+constexpr auto kReplayNotes =
+    "The trace says, a JSON object a line, what a host asked of the engine. What the engine\n"
+    "delivers is written as it comes, a JSON object a line. The same trace gives the same output.\n"
+    "A line that cannot be carried out gives an error event; a malformed one ends the replay.\n"
+    "\n"
+    "Examples:\n"
+    "  korvani-nav replay terminal.building.geojson walk.trace.ndjson\n"
+    "  korvani-nav replay terminal.building.geojson walk.trace.ndjson -o walk.expected.ndjson\n"
+    "\n"
+    "Exit status: 0 done, 2 bad input (a malformed line as well) or usage.\n";
 
 void addInfo(CLI::App& app, std::function<int()>& command) {
   auto* info = app.add_subcommand("info", "Show what is in a building file");
@@ -79,6 +111,62 @@ void addRoute(CLI::App& app, std::function<int()>& command) {
       [options, &command] { command = [options] { return KorvaniTools::runRoute(*options); }; });
 }
 
+/// What is wrong with `text` as a seed; empty when nothing is. CLI11 alone would wrap negative
+/// numbers around and cut large ones.
+std::string refusalOfSeed(const std::string& text) {
+  std::uint64_t seed = 0;
+  const char* const end = text.data() + text.size();
+  const auto read = std::from_chars(text.data(), end, seed);
+  if (read.ec == std::errc() && read.ptr == end) return "";
+  return "found " + text + ", expected a whole number from 0 to 18446744073709551615";
+}
+
+void addSimulate(CLI::App& app, std::function<int()>& command) {
+  auto* simulate = app.add_subcommand("simulate", "Write the trace of somebody who walks a route");
+  const auto options = std::make_shared<SimulateOptions>();
+  simulate->add_option("FILE", options->file, "A building file, NAME.building.geojson")->required();
+  simulate->add_option("--from", options->from, "Where the walk starts")
+      ->required()
+      ->type_name("A");
+  simulate->add_option("--to", options->to, "Where it ends")->required()->type_name("B");
+  simulate
+      ->add_option("--noise", options->noise,
+                   "Standard deviation of positions to the east and to the north (default 0)")
+      ->type_name("METRES");
+  simulate->add_option("--speed", options->speed, "How fast to walk (default 1.5)")
+      ->type_name("M_S");
+  simulate->add_option("--seed", options->seed, "Chooses the random numbers (default 1)")
+      ->check(refusalOfSeed)
+      ->type_name("N");
+  simulate
+      ->add_option("--level-glitches", options->levelGlitches,
+                   "Probability that a position is on the wrong level (default 0)")
+      ->type_name("P");
+  simulate->add_flag("--detour", options->detour, "Leave the route once");
+  simulate->add_flag("--barrier-free", options->barrierFree, "Use barrier-free ways only");
+  simulate
+      ->add_option("--config", options->settings,
+                   "Change the configuration; may be given several times (see 'config')")
+      ->allow_extra_args(false)
+      ->type_name("KEY=VALUE");
+  simulate->add_option("-o,--output", options->output, "Write to this file")->type_name("TRACE");
+  simulate->footer(kSimulateNotes);
+  simulate->callback(
+      [options, &command] { command = [options] { return KorvaniTools::runSimulate(*options); }; });
+}
+
+void addReplay(CLI::App& app, std::function<int()>& command) {
+  auto* replay = app.add_subcommand("replay", "Do what a trace says, and write what is delivered");
+  const auto options = std::make_shared<ReplayOptions>();
+  replay->add_option("BUILDING", options->building, "A building file, NAME.building.geojson")
+      ->required();
+  replay->add_option("TRACE", options->trace, "A trace file, NAME.trace.ndjson")->required();
+  replay->add_option("-o,--output", options->output, "Write to this file")->type_name("PATH");
+  replay->footer(kReplayNotes);
+  replay->callback(
+      [options, &command] { command = [options] { return KorvaniTools::runReplay(*options); }; });
+}
+
 int run(int argc, char** argv) {
   CLI::App app("Indoor routes from building files.", "korvani-nav");
   app.set_version_flag("--version", "korvani-nav " KORVANI_NAV_VERSION);
@@ -87,6 +175,8 @@ int run(int argc, char** argv) {
   std::function<int()> command;
   addInfo(app, command);
   addRoute(app, command);
+  addSimulate(app, command);
+  addReplay(app, command);
   addConfig(app, command);
   try {
     app.parse(argc, argv);
