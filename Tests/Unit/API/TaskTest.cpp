@@ -47,6 +47,7 @@ class ProbeTask : public Task {
   }
 
   using Task::notify;
+  void finishNow() { finish(); }
 
   std::function<void(ProbeTask&)> duringExecution;
   std::function<void()> handler;
@@ -201,6 +202,19 @@ TEST_F(TaskTest, WhoAsksIsToldThatTheTaskWaitsForTheGraphAndNotAgain) {
   announceGraph();
   EXPECT_EQ(task->executions, 1);
   EXPECT_EQ(told, 1);
+}
+
+TEST_F(TaskTest, ASynchronousTaskDeliversAtOnceWhenItFinishes) {
+  provideGraph();
+  const auto task = std::make_shared<ProbeTask>(false);
+  task->finishes = false;
+  task->duringExecution = [](ProbeTask& itself) {
+    itself.finishNow();
+    EXPECT_EQ(itself.deliveries, 1);
+    EXPECT_FALSE(itself.running());
+  };
+  task->run();
+  EXPECT_EQ(task->deliveries, 1);
 }
 
 TEST_F(TaskTest, ASynchronousTaskHasDeliveredAndLeftTheFacadeWhenRunReturns) {

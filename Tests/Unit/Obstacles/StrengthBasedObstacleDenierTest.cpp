@@ -188,6 +188,18 @@ TEST_F(StrengthBasedObstacleDenierDeathTest, ACheckOnTheSameLevelWithoutConfigur
   EXPECT_DEATH(other.check(*at(kOrigin)), "fatal error: .*configuration");
 }
 
+TEST_F(StrengthBasedObstacleDenierTest, ALogSinkMayLookAtTheDenierThatLogs) {
+  denier->check(*at(kOrigin));
+  std::vector<std::int64_t> seen;
+  const LoggedLines lines(KorvaniCommon::LogLevel::debug);  // restores the sink
+  KorvaniCommon::setLogSink([&](auto, std::string_view, std::string_view) {
+    seen.push_back(denier->numberOfPosUpdatesOnSameFloor());
+  });
+  denier->check(*at(kOrigin));
+  EXPECT_EQ(seen, (std::vector<std::int64_t>{0, 0})) << "as the check before has left it";
+  EXPECT_EQ(denier->numberOfPosUpdatesOnSameFloor(), 1);
+}
+
 TEST_F(StrengthBasedObstacleDenierTest, ChecksOfSeveralThreadsComeOneAtATime) {
   checkOnThreads(*denier, 3, 2000);
   EXPECT_EQ(denier->numberOfPosUpdatesOnSameFloor(), 3 * 2000 - 1);
