@@ -36,15 +36,18 @@ class KORVANI_API Config : public KorvaniCommon::Config {
   double targetProximityDistance() const { return targetProximityDistance_; }
   void setTargetProximityDistance(double metres) { targetProximityDistance_ = metres; }
 
-  /// Whether positions are snapped onto the path, default false.
+  /// Whether positions are snapped onto the path, default false. For the host, which decides by
+  /// it whether it runs snapping tasks: the tasks themselves snap whatever it says.
   bool activateNavigationPathSnapping() const { return activateNavigationPathSnapping_; }
   void setActivateNavigationPathSnapping(bool on) { activateNavigationPathSnapping_ = on; }
 
-  /// Whether position updates are checked against walls, default false.
+  /// Whether position updates are checked against walls, default false. For the host, too: the
+  /// checks do not read it.
   bool activateObstacleChecking() const { return activateObstacleChecking_; }
   void setActivateObstacleChecking(bool on) { activateObstacleChecking_ = on; }
 
-  /// How near the path, in metres, a position must be to be snapped, default 5.0.
+  /// How near the route, in metres, the raw position of a snapping task must be for the person to
+  /// be on the route, default 5.0.
   double navigationPathSnappingDistance() const { return navigationPathSnappingDistance_; }
   void setNavigationPathSnappingDistance(double metres) {
     navigationPathSnappingDistance_ = metres;
@@ -62,7 +65,8 @@ class KORVANI_API Config : public KorvaniCommon::Config {
   bool activateRouteOptimisation() const { return activateRouteOptimisation_; }
   void setActivateRouteOptimisation(bool on) { activateRouteOptimisation_ = on; }
 
-  /// Metres by which the segment stuck to may be farther than the nearest one, default 3.0.
+  /// Metres by which the segment stuck to may be farther or nearer than the nearest one, default
+  /// 3.0.
   float magneticPathSnappingDistanceThreshold() const {
     return magneticPathSnappingDistanceThreshold_;
   }

@@ -19,7 +19,8 @@ inline constexpr double kKRVHeadingDeviationTresholdForStraightLines = 5.0;
 /// distances, so that a search can start from both. The `found...` fields are for
 /// whoever keeps a position on the straight run of edges it was on before: the ends of that
 /// run, and the nearest place found on it. They are written into the object that is held on
-/// to, so whoever shares the object sees them. The engine itself leaves them empty.
+/// to, so whoever shares the object sees them. The engine itself leaves them empty
+/// as long as it holds on to nothing, see Snapping/MagneticPathSnapper.hpp.
 ///
 /// Thread safety: all but the `found...` fields never change. Those are not guarded: one thread
 /// at a time may use them.

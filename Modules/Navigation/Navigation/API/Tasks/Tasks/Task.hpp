@@ -82,9 +82,9 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   /// Name of the class for `description()`, without its namespace.
   virtual std::string typeName() const { return "Task"; }
 
-  /// Ends the task; called at the end of `execute()`. `done()`, the end of `running` and the
-  /// facade's letting go follow: on the main queue for an asynchronous task that still exists
-  /// then, at once otherwise.
+  /// Ends the task; called at the end of `execute()`. `done()`, the facade's letting go and the end
+  /// of `running` follow: on the main queue for an asynchronous task that still exists then, at once
+  /// otherwise.
   void finish();
 
   /// Delivers an intermediate result: on the main queue for an asynchronous task, at once
