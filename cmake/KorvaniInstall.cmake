@@ -1,25 +1,45 @@
-# What `cmake --install` puts where: the library, its public headers below one folder of their
+# What `cmake --install` puts where: the libraries, their public headers below one folder of their
 # own, and the descriptions by which CMake and pkg-config projects find them.
+#
+# The engine is the package; a further library is a component of it, with targets and a pkg-config
+# description of its own, so that an installation without it is whole.
 
 include(CMakePackageConfigHelpers)
 
 set(KORVANI_INSTALL_INCLUDEDIR "${CMAKE_INSTALL_INCLUDEDIR}/KorvaniNavigation")
 set(KORVANI_INSTALL_CMAKEDIR "${CMAKE_INSTALL_LIBDIR}/cmake/KorvaniNavigation")
 
-install(
-  TARGETS KorvaniNavigation
-  EXPORT KorvaniNavigationTargets
-  RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT Runtime
-  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Runtime
-          NAMELINK_COMPONENT Development
-  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Development
-  FILE_SET HEADERS DESTINATION "${KORVANI_INSTALL_INCLUDEDIR}" COMPONENT Development)
+# korvani_install_library(target)
+#
+# Installs a library and the file `<target>Targets.cmake`, which defines it for CMake projects.
+function(korvani_install_library target)
+  install(
+    TARGETS ${target}
+    EXPORT ${target}Targets
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT Runtime
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Runtime
+            NAMELINK_COMPONENT Development
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Development
+    FILE_SET HEADERS DESTINATION "${KORVANI_INSTALL_INCLUDEDIR}" COMPONENT Development)
+  install(
+    EXPORT ${target}Targets
+    NAMESPACE KorvaniNavigation::
+    DESTINATION "${KORVANI_INSTALL_CMAKEDIR}"
+    COMPONENT Development)
+endfunction()
 
-install(
-  EXPORT KorvaniNavigationTargets
-  NAMESPACE KorvaniNavigation::
-  DESTINATION "${KORVANI_INSTALL_CMAKEDIR}"
-  COMPONENT Development)
+# korvani_install_pkg_config(name)
+#
+# Installs the pkg-config description made of cmake/<name>.pc.in.
+function(korvani_install_pkg_config name)
+  configure_file("${PROJECT_SOURCE_DIR}/cmake/${name}.pc.in" "${PROJECT_BINARY_DIR}/${name}.pc" @ONLY)
+  install(
+    FILES "${PROJECT_BINARY_DIR}/${name}.pc"
+    DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
+    COMPONENT Development)
+endfunction()
+
+korvani_install_library(KorvaniNavigation)
 
 configure_package_config_file(
   "${PROJECT_SOURCE_DIR}/cmake/KorvaniNavigationConfig.cmake.in"
@@ -48,9 +68,13 @@ endif()
 if(BUILD_SHARED_LIBS)
   string(APPEND KORVANI_PC_CFLAGS " -DKORVANI_SHARED")
 endif()
-configure_file("${PROJECT_SOURCE_DIR}/cmake/KorvaniNavigation.pc.in"
-               "${PROJECT_BINARY_DIR}/KorvaniNavigation.pc" @ONLY)
-install(
-  FILES "${PROJECT_BINARY_DIR}/KorvaniNavigation.pc"
-  DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
-  COMPONENT Development)
+korvani_install_pkg_config(KorvaniNavigation)
+
+if(TARGET KorvaniNavigationRecorder)
+  korvani_install_library(KorvaniNavigationRecorder)
+  set(KORVANI_PC_RECORDER_CFLAGS "")
+  if(BUILD_SHARED_LIBS)
+    set(KORVANI_PC_RECORDER_CFLAGS "-DKORVANI_RECORDER_SHARED")
+  endif()
+  korvani_install_pkg_config(KorvaniNavigationRecorder)
+endif()

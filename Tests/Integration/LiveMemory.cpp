@@ -37,6 +37,16 @@ void* operator new(std::size_t size, std::align_val_t alignment) {
 void* operator new[](std::size_t size, std::align_val_t alignment) {
   return alignedBlock(size, alignment);
 }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  void* block = std::malloc(size == 0 ? 1 : size);
+  if (block) ++blocks;
+  return block;
+}
+void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
+  return operator new(size, tag);
+}
+void operator delete(void* block, const std::nothrow_t&) noexcept { giveBack(block); }
+void operator delete[](void* block, const std::nothrow_t&) noexcept { giveBack(block); }
 void operator delete(void* block) noexcept { giveBack(block); }
 void operator delete[](void* block) noexcept { giveBack(block); }
 void operator delete(void* block, std::size_t) noexcept { giveBack(block); }

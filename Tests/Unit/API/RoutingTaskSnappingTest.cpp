@@ -2,8 +2,10 @@
 
 #include <cmath>
 
+#include "Navigation/API/Tasks/IntersectionTask.hpp"
 #include "Navigation/API/Tasks/RoutingTask.hpp"
 #include "Navigation/API/Tasks/SnappingTask.hpp"
+#include "Navigation/Localisation/Intersection.hpp"
 #include "Support/FacadeFixture.hpp"
 #include "Support/TextBuilding.hpp"
 
@@ -112,6 +114,27 @@ TEST_F(RoutingTaskSnappingTest, PlacesNearerThanHalfTheSnappingDistanceAreTheSam
   walkTo(snapped, raw);
   EXPECT_TRUE(isOldRoute());
   EXPECT_NEAR(lastRoute()->remainingDistance(), 40, 0.05);
+}
+
+TEST_F(RoutingTaskSnappingTest, PlacesExactlyHalfTheSnappingDistanceApartAreNotTheSame) {
+  const PointPtr snapped = building.point("B");
+  const PointPtr raw = building.position(0, 8.4, 2.9);
+  IntersectionTask onGraph(
+      bundle(), raw, [](const auto&) {}, true);
+  const double apart = onGraph.intersect(*raw)->node()->distanceFrom(*snapped);
+  config().setNavigationPathSnappingDistance(2 * apart);
+  ASSERT_GT(raw->distanceFrom(*snapped), 2 * apart) << "or the raw position is near anyway";
+  walkTo(snapped, raw);
+  EXPECT_FALSE(isOldRoute());
+}
+
+TEST_F(RoutingTaskSnappingTest, WithoutAWayTheStraightLineStartsAtThePositionNotAtTheRawOne) {
+  routing = navigation().routingTask(building.point("A"), {building.position(0, 1, 6)}, recorder());
+  routing->setSnappingTask(seen(building.position(0, 12, 2.1)));
+  routing->run();
+  pump();
+  ASSERT_TRUE(routing->isDirectLine());
+  EXPECT_EQ(lastRoute()->steps().front().start(), building.point("A"));
 }
 
 TEST_F(RoutingTaskSnappingTest, ARawPositionThatSeesNothingOfTheGraphKeepsTheRouteThereWas) {

@@ -151,10 +151,10 @@ TEST_F(RoutingTaskThreadsTest, CancellingWhileTheTaskRunsNeitherCrashesNorDelive
 /// Nodes on a line in the yard, each joined with every later one, the more cheaply the more
 /// stops there are on the way: the search improves nearly every label in every wave and takes
 /// far longer than any test waits.
-void addEndlessSearch(const TextBuilding& building, const PointPtr& from, const PointPtr& to) {
-  constexpr int kNodes = 700;
+void addEndlessSearch(const TextBuilding& building, const PointPtr& from, const PointPtr& to,
+                      int nodes = 700) {
   std::vector<PointPtr> line{from};
-  for (int i = 1; i < kNodes; ++i) {
+  for (int i = 1; i < nodes; ++i) {
     const auto place = building.coordinate(0, 0, 40 + i);
     line.push_back(KorvaniTest::at(place, 0, 1000 + i));
     building.region(0)->addNode(line.back());
@@ -197,6 +197,47 @@ D           )";
   EXPECT_GE(clock->uptime(), std::chrono::seconds(10));
   EXPECT_FALSE(task->running());
   KorvaniPlatform::setClock(nullptr);
+}
+
+TEST_F(RoutingTaskThreadsTest, AFirstSearchTakesAsLongAsItTakes) {
+  const TextBuilding slow(R"(
+A----------B
+
+############
+
+D           )",
+                          5);
+  addEndlessSearch(slow, slow.point("D"), slow.point("B"), 250);
+  const auto clock = std::make_shared<KorvaniPlatform::ManualClock>();
+  KorvaniPlatform::setClock(clock);
+  provide(slow.graph());
+  const auto task = navigation().routingTask(slow.point("D"), {slow.point("B")}, recorder());
+  task->run();
+  ASSERT_TRUE(pumpUntil([&] {
+    clock->advance(std::chrono::seconds(1));
+    return !deliveries().empty();
+  }));
+  EXPECT_TRUE(lastRoute()) << "nothing interrupts it, though the clock has gone far";
+  EXPECT_GE(clock->uptime(), std::chrono::seconds(10));
+  KorvaniPlatform::setClock(nullptr);
+}
+
+TEST_F(RoutingTaskThreadsTest, ARunBetweenArrivalAndLastCallDoesNotMakeASecondLastCall) {
+  const TextBuilding building("A-------------------B", 5);
+  provide(building.graph());
+  for (int round = 0; round < 50; ++round) {
+    const auto before = deliveries().size();
+    const auto task =
+        navigation().routingTask(building.position(0, 19.9, 0), {building.point("B")}, recorder());
+    task->run();
+    KorvaniPlatform::joinGlobalQueue();  // it has arrived, and not said so yet
+    EXPECT_TRUE(task->running());
+    task->run();
+    KorvaniPlatform::joinGlobalQueue();
+    pump();
+    ASSERT_EQ(deliveries().size(), before + 1);
+    EXPECT_TRUE(deliveries().back().finished);
+  }
 }
 
 }  // namespace

@@ -33,42 +33,44 @@ class StoppedRoutingTest : public KorvaniTest::FlatFacadeFixture {
   const TextBuilding building{"A---------B---------C", 5};
 };
 
-TEST_F(StoppedRoutingTest, ItsHandlesDoNothingWhileTheHostStillHoldsIt) {
-  const auto task = guide(building.point("A"), {building.point("C")});
-  const auto update = deliveries().back().update;
-  navigation().removeTask(task);
-  EXPECT_FALSE(update->updateStartPoint(building.point("B")));
-  pump();
-  EXPECT_EQ(deliveries().size(), 1U);
-  EXPECT_FALSE(task->running());
-}
-
-TEST_F(StoppedRoutingTest, TheWorkThatGoesOnIsNotDelivered) {
+TEST_F(StoppedRoutingTest, WorkThatGoesOnIsDeliveredToAHostThatHoldsOnToTheTask) {
   const auto task = guide(building.point("A"), {building.point("C")});
   deliveries().back().update->updateStartPoint(building.point("B"));
   navigation().removeTask(task);
   pump();
-  EXPECT_EQ(deliveries().size(), 1U);
+  EXPECT_EQ(deliveries().size(), 2U);
   EXPECT_FALSE(task->running());
 }
 
-TEST_F(StoppedRoutingTest, AnArrivalIsNotAnnouncedAnyMore) {
-  const auto task = guide(building.point("A"), {building.point("C")});
-  deliveries().back().update->updateStartPoint(building.point("C"));
+TEST_F(StoppedRoutingTest, WorkThatGoesOnIsNotDeliveredWhenNobodyHoldsTheTask) {
+  auto task = guide(building.point("A"), {building.point("C")});
+  deliveries().back().update->updateStartPoint(building.point("B"));
   navigation().removeTask(task);
+  task.reset();
   pump();
   EXPECT_EQ(deliveries().size(), 1U);
 }
 
-TEST_F(StoppedRoutingTest, RunningItAgainGoesOnGuiding) {
-  const auto task = guide(building.point("A"), {building.point("C")});
+TEST_F(StoppedRoutingTest, ItsHandlesGoOnButDoNotHaveTheFacadeKeepIt) {
+  auto task = guide(building.point("A"), {building.point("C")});
   navigation().removeTask(task);
-  task->run();
-  pump();
-  ASSERT_EQ(deliveries().size(), 2U);
   EXPECT_TRUE(deliveries().back().update->updateStartPoint(building.point("B")));
   pump();
-  EXPECT_EQ(deliveries().size(), 3U);
+  EXPECT_EQ(deliveries().size(), 2U);
+  const std::weak_ptr<RoutingTask> weak = task;
+  task.reset();
+  EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(StoppedRoutingTest, RunningItAgainHasTheFacadeKeepItAgain) {
+  auto task = guide(building.point("A"), {building.point("C")});
+  navigation().removeTask(task);
+  task->run();
+  const std::weak_ptr<RoutingTask> weak = task;
+  task.reset();
+  pump();
+  EXPECT_EQ(deliveries().size(), 2U);
+  EXPECT_FALSE(weak.expired());
 }
 
 TEST_F(StoppedRoutingTest, PositionsOfAnotherThreadNeitherBringItBackNorEndItThere) {

@@ -232,8 +232,8 @@ void Navigation::cancelAllTasks() {
 
 void Navigation::removeTask(const std::shared_ptr<Task>& task) {
   if (!task) return;
-  // First, so that a position which another thread is giving to the task just now either sees it
-  // or has brought the task into the list by the time it is taken out.
+  // First, so that a position which another thread is giving to the task just now either sees the
+  // mark or has brought the task into the list by the time it is taken out.
   task->isLetGo_ = true;
   forget(task);
 }

@@ -124,9 +124,10 @@ class KORVANI_API Navigation final : public KorvaniCommon::CommonModule {
   /// for a new graph.
   void cancelAllTasks();
 
-  /// Lets a task go; a host calls this to stop guiding with a routing task. That is no longer the
-  /// active one then and calls its handler no more, and its handles do nothing until the host runs
-  /// it again. Does nothing else for a task that is not known.
+  /// Lets a task go. A host calls this to stop guiding with a routing task, which then is no longer
+  /// the active one, and lets go of the task itself: nothing is delivered any more, whatever
+  /// positions other threads are feeding just then. A task that the host holds on to delivers
+  /// what it works on, and its handles go on working.
   void removeTask(const std::shared_ptr<Task>& task);
 
  private:

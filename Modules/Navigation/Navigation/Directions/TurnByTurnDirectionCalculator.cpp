@@ -98,7 +98,9 @@ Directions turnInstruction(const StraightSegment& segment, const StraightSegment
   const CLLocation peak = DirectionsHelpers::location(start, heading, kArrowOffsetBehindTurn);
   const std::int64_t level = levelOf(start);
   return Directions(turnType(segment.bearing, following.bearing),
-                    isAnnouncedStraight(segment) ? following.distance : segment.distance,
+                    segment.distance <= kKRVNavigationStraightAheadDirectionDistanceThreshold
+                        ? segment.distance
+                        : following.distance,
                     std::make_shared<KRVNavPoint>(start.coordinate(), level),
                     DirectionsArrow{peak.coordinate(), heading, level}, segment.neighbourType);
 }

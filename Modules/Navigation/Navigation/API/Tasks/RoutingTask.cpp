@@ -79,19 +79,22 @@ std::vector<CLLocation> RoutingTask::possibleDestinationLocations() const {
   return locations;
 }
 
-bool RoutingTask::proceedTo(std::shared_ptr<KRVNavPoint> point,
-                            const std::function<void()>& taken) {
-  if (state_.load().destination || isLetGo()) return false;
-  return runAfter([&] {
-    // Looked at again with the task claimed: an arrival that is being announced just now counts.
-    const bool stored = state_.update([&](State& state) {
-      if (state.destination) return false;
-      state.point = std::move(point);
-      return true;
-    });
-    if (stored && taken) taken();
-    return stored;
-  });
+bool RoutingTask::proceedTo(std::shared_ptr<KRVNavPoint> point, const std::function<void()>& taken,
+                            std::shared_ptr<Task>& own) {
+  if (state_.load().destination) return false;
+  return runAfter(
+      [&] {
+        // Looked at again with the task claimed: an arrival that is being announced just now
+        // counts.
+        const bool stored = state_.update([&](State& state) {
+          if (state.destination) return false;
+          state.point = std::move(point);
+          return true;
+        });
+        if (stored && taken) taken();
+        return stored;
+      },
+      own);
 }
 
 void RoutingTask::updateDestinations(const Points& destinations) {
@@ -313,12 +316,11 @@ void RoutingTask::publish() {
   // What is delivered is fixed now: by the time of the delivery the task may have moved on.
   afterExecution([this, update = std::move(update), route = std::move(route),
                   destination = current_.destination] {
-    if (completionHandler_ && !isLetGo()) completionHandler_(update, route, false, destination);
+    if (completionHandler_) completionHandler_(update, route, false, destination);
   });
 }
 
 void RoutingTask::done() {
-  if (isLetGo()) return;
   const auto destination = state_.load().destination;
   if (completionHandler_) completionHandler_(nullptr, std::nullopt, true, destination);
   if (!destination) return;

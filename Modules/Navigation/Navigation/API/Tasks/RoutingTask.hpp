@@ -149,7 +149,8 @@ class KORVANI_API RoutingTask : public Task {
   RoutingTask(std::weak_ptr<ConfigDependents> configDependents, std::shared_ptr<KRVNavPoint> point,
               Points possibleDestinations, CompletionHandler completionHandler);
 
-  bool proceedTo(std::shared_ptr<KRVNavPoint> point, const std::function<void()>& taken);
+  bool proceedTo(std::shared_ptr<KRVNavPoint> point, const std::function<void()>& taken,
+                 std::shared_ptr<Task>& own);
   std::shared_ptr<SnappingTask> exchangeSnappingTask(std::shared_ptr<SnappingTask> task);
   void proceedWithSnappingTask();
   void updateRoute(bool publishRoute);

@@ -14,10 +14,12 @@ bool RoutingUpdateTask::updateStartPoint(std::shared_ptr<KRVNavPoint> point,
                                          const std::function<void()>& taken) const {
   auto task = routingTask_.lock();
   if (!task) return false;
-  const bool isTaken = task->proceedTo(std::move(point), taken);
+  RoutingTask& routing = *task;
+  std::shared_ptr<Task> own = std::move(task);
+  const bool isTaken = routing.proceedTo(std::move(point), taken, own);
   // Somebody may have let go of the task meanwhile: it must not end on this thread.
-  if (!KorvaniPlatform::isMainThread()) {
-    KorvaniPlatform::mainQueue().async([task = std::move(task)] {});
+  if (own && !KorvaniPlatform::isMainThread()) {
+    KorvaniPlatform::mainQueue().async([own = std::move(own)] {});
   }
   return isTaken;
 }

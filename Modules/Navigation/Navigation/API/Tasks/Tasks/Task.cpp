@@ -46,16 +46,19 @@ void Task::run() {
 }
 
 bool Task::run(const std::function<void()>& taken) {
-  return runAfter([&] {
-    isLetGo_ = false;
-    taken();
-    return true;
-  });
+  auto own = shared_from_this();
+  return runAfter(
+      [&] {
+        isLetGo_ = false;
+        taken();
+        return true;
+      },
+      own);
 }
 
-bool Task::runAfter(const std::function<bool()>& prepare) {
+bool Task::runAfter(const std::function<bool()>& prepare, std::shared_ptr<Task>& own) {
   if (running()) return false;
-  if (graphSource().graph()) return start(prepare);
+  if (graphSource().graph()) return start(prepare, own);
   if (!prepare()) return false;
   observeGraphCreation();
   return true;
@@ -63,31 +66,24 @@ bool Task::runAfter(const std::function<bool()>& prepare) {
 
 void Task::runUnlessGraphIsMissing() {
   if (!graphSource().graph()) return;
-  start([this] {
-    isLetGo_ = false;
-    return true;
-  });
+  auto own = shared_from_this();
+  start([] { return true; }, own);
 }
 
-bool Task::start(const std::function<bool()>& prepare) {
+bool Task::start(const std::function<bool()>& prepare, std::shared_ptr<Task>& own) {
   // Of several threads that come here at once only one starts the work.
   if (!claim()) return false;
   if (!prepare()) {
     release();
     return false;
   }
-  auto self = shared_from_this();
-  taskHost().appendTask(self);
-  if (isLetGo_) {
-    // The host has stopped the task between the two steps before this one.
-    taskHost().removeTask(self);
-    release();
-    return false;
-  }
+  if (!isLetGo_) taskHost().appendTask(own);
+  // Looked at again: the host may have let the task go between the two.
+  if (isLetGo_) taskHost().removeTask(own);
   if (async_) {
-    globalQueue().execute([self = std::move(self)]() mutable { perform(std::move(self)); });
+    globalQueue().execute([self = std::move(own)]() mutable { perform(std::move(self)); });
   } else {
-    perform(std::move(self));
+    perform(std::move(own));
   }
   return true;
 }

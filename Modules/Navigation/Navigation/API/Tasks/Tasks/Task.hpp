@@ -83,19 +83,22 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   virtual std::string typeName() const { return "Task"; }
 
   /// Ends the task; called at the end of `execute()`. `done()`, the facade's letting go and the end
-  /// of `running` follow: on the main queue for an asynchronous task that still exists then, at once
-  /// otherwise.
+  /// of `running` follow: on the main queue for an asynchronous task that still exists then, at
+  /// once otherwise.
   void finish();
 
   /// Delivers an intermediate result: on the main queue for an asynchronous task, at once
   /// otherwise.
   void notify(KorvaniPlatform::Job block) const;
 
-  /// `run()` with a step in between: `prepare` is called once this call has claimed the task (or
-  /// is about to wait for the graph), before the work starts. When it returns false, nothing is
-  /// started after all.
-  /// @return whether it was called and returned true
-  bool runAfter(const std::function<bool()>& prepare);
+  /// `run()` with a step in between, for a task that is to go on: `prepare` is called once this
+  /// call has claimed the task (or is about to wait for the graph), before the work starts. When it
+  /// returns false, nothing is started after all. The facade does not keep a task that the host has
+  /// let go: it works on, and delivers to who still holds it.
+  /// @param own the caller's reference to this task; empty afterwards when the work has been
+  ///     started, which takes it over
+  /// @return whether `prepare` was called and returned true
+  bool runAfter(const std::function<bool()>& prepare, std::shared_ptr<Task>& own);
 
   /// `run()` that does not wait: does nothing when there is no graph.
   void runUnlessGraphIsMissing();
@@ -120,9 +123,6 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   /// The mark itself, for those who have to let go of the task before they give it up.
   const std::shared_ptr<std::atomic<bool>>& runningMark() const { return running_; }
 
-  /// Whether the host has had the facade let the task go, and has not run it since.
-  bool isLetGo() const { return isLetGo_; }
-
   const std::weak_ptr<ConfigDependents>& weakConfigDependents() const { return configDependents_; }
 
  private:
@@ -131,7 +131,7 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   /// What one execution leaves to be done after it. Lives on the stack of the job.
   struct Execution;
 
-  bool start(const std::function<bool()>& prepare);
+  bool start(const std::function<bool()>& prepare, std::shared_ptr<Task>& own);
   Execution* currentExecution() const;
   static void perform(std::shared_ptr<Task> task);
   static void bringHome(std::shared_ptr<Task> task, Execution& execution);
@@ -144,7 +144,7 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   std::weak_ptr<ConfigDependents> configDependents_;
   const bool async_;
   const std::shared_ptr<std::atomic<bool>> running_;
-  std::atomic<bool> isLetGo_{false};
+  std::atomic<bool> isLetGo_{false};  ///< by the host, which has not run it since
   const KorvaniPlatform::UUID identifier_;
 };
 
