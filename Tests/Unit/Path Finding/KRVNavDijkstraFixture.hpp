@@ -1,8 +1,6 @@
 #pragma once
 
-/// A small building with edges of given costs, and the older finder to search it with.
-
-#include <gtest/gtest.h>
+/// What the tests of the older finder look at.
 
 #include <cstdint>
 #include <optional>
@@ -11,43 +9,15 @@
 #include <vector>
 
 #include "Navigation/Path Finding/KRVNavDijkstra.hpp"
-#include "Support/TextBuilding.hpp"
+#include "PathFinderFixture.hpp"
 
 namespace KorvaniTest {
 
 using KorvaniNavigation::KRVNavDijkstra;
 using KorvaniNavigation::Number;
 
-class LegacySearchTest : public testing::Test {
+class LegacySearchTest : public PathFinderTest<KRVNavDijkstra> {
  protected:
-  /// One-way edge of that cost.
-  void edge(const std::string& from, const std::string& to, double distance,
-            double multiplicator = 1, bool isBarrierFree = true) {
-    building.connect(from, to,
-                     {.distance = distance,
-                      .multiplicator = multiplicator,
-                      .isBarrierFree = isBarrierFree,
-                      .oneWay = true});
-  }
-
-  std::vector<PointPtr> points(std::string_view names) const {
-    std::vector<PointPtr> result;
-    for (const char name : names) result.push_back(building.point(std::string(1, name)));
-    return result;
-  }
-
-  /// The way's nodes: "ABD", "" for none.
-  std::string find(std::string_view starts, const std::vector<double>& distances,
-                   std::string_view destinations, bool argument = false) {
-    return building.names(finder.findPathInGraph(building.graph(), points(starts), distances,
-                                                 points(destinations), argument));
-  }
-
-  /// The name of the reached destination; "" for none.
-  std::string destination() const {
-    return finder.destination() ? building.names({finder.destination()}) : "";
-  }
-
   std::int64_t id(const std::string& name) const {
     return building.point(name)->identifierNumber();
   }
@@ -79,9 +49,6 @@ class LegacySearchTest : public testing::Test {
     const auto found = finder.nodeIdentifierWithSmallestDistanceIn(ids(names));
     return found ? building.names({building.graph()->nodeWithIdentifier(*found)}) : "";
   }
-
-  TextBuilding building{"A B C D E F"};
-  KRVNavDijkstra finder;
 };
 
 /// What marks a node that was not reached.
