@@ -247,6 +247,13 @@ TEST(TurnByTurnDirectionCalculator, AWholeRouteIsToldInWalkingOrder) {
                                         "5.0,bearRight", "12.0,destination"}));
 }
 
+TEST(TurnByTurnDirectionCalculator, ATurnAfterALengthThatIsNotANumberCarriesTheNextLength) {
+  auto steps = walk({{.distance = 9}, {.distance = 7, .heading = 90}});
+  steps[0] = Step::withHeading(steps[0].start(), steps[0].end(),
+                               std::numeric_limits<double>::quiet_NaN(), 0, true, 1.0, "");
+  EXPECT_EQ(descriptions(steps), (Texts{"7.0,right", "7.0,destination"}));
+}
+
 TEST(TurnByTurnDirectionCalculator, ServesThroughTheFindersRole) {
   const DirectionsFinder& finder = kCalculator;
   EXPECT_EQ(finder.directionsForRoute(walk({{.distance = 2}}), false).size(), 1U);
