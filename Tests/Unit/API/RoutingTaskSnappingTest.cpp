@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
+#include <string_view>
 
+#include "Common/Logging.hpp"
 #include "Navigation/API/Tasks/IntersectionTask.hpp"
 #include "Navigation/API/Tasks/RoutingTask.hpp"
 #include "Navigation/API/Tasks/SnappingTask.hpp"
@@ -196,6 +199,55 @@ TEST_F(RoutingTaskSnappingTest, DirectionsAreMadeForARouteThatSnappingHasBrought
   deliveries().back().update->updateStartPoint(building.position(0, 4, 2));
   pump();
   EXPECT_TRUE(lastRoute()->directions().empty());
+}
+
+/// Calls a function in the middle of the next search for a route, on the thread that searches.
+class InTheMiddleOfASearch {
+ public:
+  explicit InTheMiddleOfASearch(std::function<void()> job) {
+    KorvaniCommon::setLogThreshold(KorvaniCommon::LogLevel::test);
+    KorvaniCommon::setLogSink([job = std::move(job)](auto, auto, std::string_view text) {
+      if (text.find("Dijkstra took") != std::string_view::npos) job();
+    });
+  }
+  ~InTheMiddleOfASearch() {
+    KorvaniCommon::setLogSink(nullptr);
+    KorvaniCommon::setLogThreshold(before_);
+  }
+  InTheMiddleOfASearch(const InTheMiddleOfASearch&) = delete;
+  InTheMiddleOfASearch& operator=(const InTheMiddleOfASearch&) = delete;
+
+ private:
+  const KorvaniCommon::LogLevel before_ = KorvaniCommon::logThreshold();
+};
+
+TEST_F(RoutingTaskSnappingTest, ARunThatMeetsASnappingTaskAtWorkOnTheRouteFollowsIt) {
+  routing = navigation().routingTask(building.point("A"), {building.point("C")}, recorder());
+  const auto before = deliveries().size();
+  int searches = 0;
+  int told = 0;
+  const InTheMiddleOfASearch meeting([&] {
+    if (++searches > 1) return;
+    EXPECT_TRUE(routing->running());
+    EXPECT_TRUE(routing->run([&] { ++told; }));
+    EXPECT_FALSE(routing->run([&] { ++told; })) << "one is enough";
+  });
+  navigation().snappingTask(false, building.position(0, 2, 2), nullptr)->run();
+  EXPECT_EQ(told, 1);
+  pump();
+  ASSERT_EQ(deliveries().size(), before + 1);
+  EXPECT_TRUE(lastRoute());
+  EXPECT_FALSE(routing->running());
+}
+
+TEST_F(RoutingTaskSnappingTest, APositionThatMeetsASnappingTaskAtWorkOnTheRouteIsDropped) {
+  const auto update = deliveries().back().update;
+  const InTheMiddleOfASearch meeting(
+      [&] { EXPECT_FALSE(update->updateStartPoint(building.point("B"))); });
+  navigation().snappingTask(false, building.position(0, 6, -0.2), nullptr)->run();
+  pump();
+  EXPECT_EQ(deliveries().size(), 1U);
+  EXPECT_TRUE(update->updateStartPoint(building.point("B"))) << "and the next one honoured";
 }
 
 }  // namespace

@@ -27,12 +27,6 @@ std::string configNameOf(const Task& task) {
   return bundle->configName();
 }
 
-/// Gives up both references: in a job of the main queue, or at once on the main thread.
-void endOnMainThread(std::shared_ptr<Task> one, std::shared_ptr<Task> other) {
-  if (KorvaniPlatform::isMainThread() || (!one && !other)) return;
-  KorvaniPlatform::mainQueue().async([one = std::move(one), other = std::move(other)] {});
-}
-
 }  // namespace
 
 /// What the lower layers ask of the facade, each through a role they have declared themselves.
@@ -83,19 +77,18 @@ void FacadeRoles::proceed(const std::shared_ptr<SnappingTask>& snappingTask) {
   std::shared_ptr<SnappingTask> replaced;
   // Only with the task claimed is there a reference to it on this thread. Another one might let
   // a routing task deliver that the host has cancelled in the meantime.
-  auto claimed =
+  auto borrowed =
       navigation.activeRoutingTask_.read([&](const std::shared_ptr<RoutingTask>& active) {
         if (!active || configNameOf(*active) != name) return std::shared_ptr<RoutingTask>();
         replaced = active->exchangeSnappingTask(snappingTask);
-        return active->claim() ? active : nullptr;
+        return active->borrow() ? active : nullptr;
       });
-  if (!claimed) return endOnMainThread(nullptr, std::move(replaced));
-  claimed->proceedWithSnappingTask();
-  // The claim is given up last, so that what the task's next run delivers comes after the end of
-  // the reference; and without the reference, which may have ended by then.
-  const auto mark = claimed->runningMark();
-  endOnMainThread(std::move(claimed), std::move(replaced));
-  *mark = false;
+  if (replaced && !KorvaniPlatform::isMainThread()) {
+    KorvaniPlatform::mainQueue().async([replaced = std::move(replaced)] {});
+  }
+  if (!borrowed) return;
+  borrowed->proceedWithSnappingTask();
+  RoutingTask::giveBack(std::move(borrowed));
 }
 
 std::string mainConfigName() { return Navigation::sharedInstance().defaultConfig()->configName(); }

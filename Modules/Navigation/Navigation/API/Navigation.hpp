@@ -125,9 +125,9 @@ class KORVANI_API Navigation final : public KorvaniCommon::CommonModule {
   void cancelAllTasks();
 
   /// Lets a task go. A host calls this to stop guiding with a routing task, which then is no longer
-  /// the active one, and lets go of the task itself: nothing is delivered any more, whatever
-  /// positions other threads are feeding just then. A task that the host holds on to delivers
-  /// what it works on, and its handles go on working.
+  /// the active one: nothing is delivered any more, whatever it is working on and whatever
+  /// positions other threads are feeding just then, and its handles do nothing, until the host runs
+  /// it again.
   void removeTask(const std::shared_ptr<Task>& task);
 
  private:

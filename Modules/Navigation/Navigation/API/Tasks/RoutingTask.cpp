@@ -81,7 +81,7 @@ std::vector<CLLocation> RoutingTask::possibleDestinationLocations() const {
 
 bool RoutingTask::proceedTo(std::shared_ptr<KRVNavPoint> point, const std::function<void()>& taken,
                             std::shared_ptr<Task>& own) {
-  if (state_.load().destination) return false;
+  if (isLetGo() || state_.load().destination) return false;
   return runAfter(
       [&] {
         // Looked at again with the task claimed: an arrival that is being announced just now
@@ -316,11 +316,12 @@ void RoutingTask::publish() {
   // What is delivered is fixed now: by the time of the delivery the task may have moved on.
   afterExecution([this, update = std::move(update), route = std::move(route),
                   destination = current_.destination] {
-    if (completionHandler_) completionHandler_(update, route, false, destination);
+    if (completionHandler_ && !isLetGo()) completionHandler_(update, route, false, destination);
   });
 }
 
 void RoutingTask::done() {
+  if (isLetGo()) return;
   const auto destination = state_.load().destination;
   if (completionHandler_) completionHandler_(nullptr, std::nullopt, true, destination);
   if (!destination) return;

@@ -13,8 +13,8 @@ class RoutingTask;
 /// The handle through which a host tells a routing task where the person is now. The routing
 /// handler receives a new one with every route; all handles of a task do the same.
 ///
-/// A handle does not keep its task alive; once the task is gone it does nothing. Any thread may use
-/// it, also from inside a handler.
+/// A handle does not keep its task alive; once the task is gone, or the host has had the facade let
+/// it go, it does nothing. Any thread may use it, also from inside a handler.
 class KORVANI_API RoutingUpdateTask {
  public:
   explicit RoutingUpdateTask(std::weak_ptr<RoutingTask> routingTask);

@@ -36,7 +36,7 @@ thread_local void* innermostExecution = nullptr;
 Task::Task(std::weak_ptr<ConfigDependents> configDependents, bool async)
     : configDependents_(std::move(configDependents)),
       async_(async),
-      running_(std::make_shared<std::atomic<bool>>(false)),
+      claim_(std::make_shared<std::atomic<Claim>>(Claim::none)),
       identifier_(KorvaniPlatform::UUID::random()) {}
 
 Task::~Task() { NotificationCenter::defaultCenter().removeObserver(this); }
@@ -47,13 +47,50 @@ void Task::run() {
 
 bool Task::run(const std::function<void()>& taken) {
   auto own = shared_from_this();
-  return runAfter(
-      [&] {
-        isLetGo_ = false;
-        taken();
-        return true;
-      },
-      own);
+  bool isPrepared = false;
+  const auto prepare = [&] {
+    if (isPrepared) return true;
+    isPrepared = true;
+    isLetGo_ = false;
+    taken();
+    return true;
+  };
+  for (;;) {
+    if (runAfter(prepare, own)) return true;
+    const Claim present = *claim_;
+    if (present == Claim::none) continue;  // given up meanwhile
+    if (present != Claim::borrowed) return isPrepared;
+    // Before the borrower can have the execution follow.
+    prepare();
+    taskHost().appendTask(own);
+    if (haveExecutionFollow()) return true;
+  }
+}
+
+bool Task::claimForRun() {
+  Claim none = Claim::none;
+  return claim_->compare_exchange_strong(none, Claim::run);
+}
+
+bool Task::borrow() {
+  Claim none = Claim::none;
+  return claim_->compare_exchange_strong(none, Claim::borrowed);
+}
+
+bool Task::haveExecutionFollow() {
+  Claim borrowed = Claim::borrowed;
+  return claim_->compare_exchange_strong(borrowed, Claim::awaited);
+}
+
+void Task::giveBack(std::shared_ptr<Task> task) {
+  const auto claim = task->claim_;
+  const std::weak_ptr<Task> weak = task;
+  if (!isMainThread()) mainQueue().async([task = std::move(task)] {});
+  if (claim->exchange(Claim::none) != Claim::awaited) return;
+  mainQueue().async([weak] {
+    const auto alive = weak.lock();
+    if (alive && !alive->isLetGo()) alive->run();
+  });
 }
 
 bool Task::runAfter(const std::function<bool()>& prepare, std::shared_ptr<Task>& own) {
@@ -72,7 +109,7 @@ void Task::runUnlessGraphIsMissing() {
 
 bool Task::start(const std::function<bool()>& prepare, std::shared_ptr<Task>& own) {
   // Of several threads that come here at once only one starts the work.
-  if (!claim()) return false;
+  if (!claimForRun()) return false;
   if (!prepare()) {
     release();
     return false;

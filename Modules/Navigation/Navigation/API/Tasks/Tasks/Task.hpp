@@ -41,12 +41,13 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   Task& operator=(const Task&) = delete;
 
   /// Starts the task: marks it running, has the facade keep it and lets `execute()` run. Does
-  /// nothing when it is running already; waits for the notification when there is no graph.
+  /// nothing when it is running already; waits for the notification when there is no graph. A
+  /// routing task that a snapping task is driving on just then starts right afterwards.
   void run();
 
   /// The same for who has to know whether it starts something, as for a protocol of what was
   /// done: `taken` (not empty) is called once this call has claimed the task, or is about to wait
-  /// for the graph, and before any of the work. It is not called when the task is running already.
+  /// for something, and before any of the work. It is not called when the task is running already.
   /// @return whether it was called
   bool run(const std::function<void()>& taken);
 
@@ -54,7 +55,7 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   bool async() const { return async_; }
 
   /// Whether the task has started and not yet finished.
-  bool running() const { return *running_; }
+  bool running() const { return *claim_ != Claim::none; }
 
   /// The task's identity, fresh and random for each task.
   const KorvaniPlatform::UUID& identifier() const { return identifier_; }
@@ -71,6 +72,15 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   friend bool operator!=(const Task& a, const Task& b) { return !(a == b); }
 
  protected:
+  /// Who is at work on a task. Of several who want to be one gets the claim, and is alone with the
+  /// task until it gives the claim up.
+  enum class Claim {
+    none,
+    run,       ///< an execution
+    borrowed,  ///< another task, which drives this one on
+    awaited,   ///< the same, and an execution is to follow
+  };
+
   Task(std::weak_ptr<ConfigDependents> configDependents, bool async);
 
   /// The work. A subclass overrides it; the base version is a fatal error.
@@ -94,7 +104,7 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   /// `run()` with a step in between, for a task that is to go on: `prepare` is called once this
   /// call has claimed the task (or is about to wait for the graph), before the work starts. When it
   /// returns false, nothing is started after all. The facade does not keep a task that the host has
-  /// let go: it works on, and delivers to who still holds it.
+  /// let go.
   /// @param own the caller's reference to this task; empty afterwards when the work has been
   ///     started, which takes it over
   /// @return whether `prepare` was called and returned true
@@ -113,15 +123,19 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   /// `release()` here: not earlier, or the results of its next execution might overtake these.
   virtual void executionEnded();
 
-  /// Sets the mark that `run()` sets; false when it is set already. Who sets it is alone with the
-  /// task until it is given up.
-  bool claim() { return !running_->exchange(true); }
+  /// Gives up the claim of an execution.
+  void release() { *claim_ = Claim::none; }
 
-  /// Gives up the mark.
-  void release() { *running_ = false; }
+  /// Takes the claim for another task; false when somebody else has it.
+  bool borrow();
 
-  /// The mark itself, for those who have to let go of the task before they give it up.
-  const std::shared_ptr<std::atomic<bool>>& runningMark() const { return running_; }
+  /// Gives that claim up, and has an execution follow that was asked for meanwhile. Takes over the
+  /// reference; unless this is the main thread, it ends in a job of the main queue, before the
+  /// claim is given up. So nothing that the next execution delivers can meet it.
+  static void giveBack(std::shared_ptr<Task> task);
+
+  /// Whether the host has had the facade let the task go, and has not run it since.
+  bool isLetGo() const { return isLetGo_; }
 
   const std::weak_ptr<ConfigDependents>& weakConfigDependents() const { return configDependents_; }
 
@@ -132,6 +146,8 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   struct Execution;
 
   bool start(const std::function<bool()>& prepare, std::shared_ptr<Task>& own);
+  bool claimForRun();
+  bool haveExecutionFollow();
   Execution* currentExecution() const;
   static void perform(std::shared_ptr<Task> task);
   static void bringHome(std::shared_ptr<Task> task, Execution& execution);
@@ -143,8 +159,8 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
 
   std::weak_ptr<ConfigDependents> configDependents_;
   const bool async_;
-  const std::shared_ptr<std::atomic<bool>> running_;
-  std::atomic<bool> isLetGo_{false};  ///< by the host, which has not run it since
+  const std::shared_ptr<std::atomic<Claim>> claim_;  ///< shared, since it outlasts a reference
+  std::atomic<bool> isLetGo_{false};                 ///< by the host, which has not run it since
   const KorvaniPlatform::UUID identifier_;
 };
 
