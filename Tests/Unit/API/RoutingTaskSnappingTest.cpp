@@ -240,6 +240,23 @@ TEST_F(RoutingTaskSnappingTest, ARunThatMeetsASnappingTaskAtWorkOnTheRouteFollow
   EXPECT_FALSE(routing->running());
 }
 
+TEST_F(RoutingTaskSnappingTest, ARunThatMeetsASnappingTaskDoesNotFollowOnceItIsStopped) {
+  routing = navigation().routingTask(building.point("A"), {building.point("C")}, recorder());
+  const auto before = deliveries().size();
+  {
+    const InTheMiddleOfASearch meeting([&] { routing->run(); });
+    navigation().snappingTask(false, building.position(0, 2, 2), nullptr)->run();
+  }
+  EXPECT_TRUE(routing->running()) << "it is about to";
+  navigation().removeTask(routing);
+  pump();
+  EXPECT_EQ(deliveries().size(), before);
+  EXPECT_FALSE(routing->running());
+  const std::weak_ptr<RoutingTask> weak = routing;
+  routing.reset();
+  EXPECT_TRUE(weak.expired());
+}
+
 TEST_F(RoutingTaskSnappingTest, APositionThatMeetsASnappingTaskAtWorkOnTheRouteIsDropped) {
   const auto update = deliveries().back().update;
   const InTheMiddleOfASearch meeting(

@@ -72,6 +72,43 @@ TEST_F(StoppedRoutingTest, RunningItAgainHasTheFacadeKeepItAgain) {
   EXPECT_FALSE(weak.expired());
 }
 
+TEST_F(StoppedRoutingTest, RunningItAgainBringsWhatItWasWorkingOn) {
+  auto task = navigation().routingTask(building.point("A"), {building.point("C")}, recorder());
+  task->run();
+  navigation().removeTask(task);
+  EXPECT_TRUE(task->run([] {}));
+  pump();
+  ASSERT_EQ(deliveries().size(), 1U);
+  EXPECT_TRUE(deliveries().back().update->updateStartPoint(building.point("B")));
+  const std::weak_ptr<RoutingTask> weak = task;
+  task.reset();
+  pump();
+  EXPECT_EQ(deliveries().size(), 2U);
+  EXPECT_FALSE(weak.expired()) << "the facade keeps it again";
+}
+
+TEST_F(StoppedRoutingTest, WhoIsStoppedWhileItSaysThatItRunsIsNotKept) {
+  auto task = navigation().routingTask(building.point("A"), {building.point("C")}, recorder());
+  EXPECT_TRUE(task->run([&] { navigation().removeTask(task); }));
+  pump();
+  EXPECT_TRUE(deliveries().empty());
+  const std::weak_ptr<RoutingTask> weak = task;
+  task.reset();
+  EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(StoppedRoutingTest, RemovingATaskThatWaitsForAGraphChangesNothing) {
+  navigation().cancelAllTasks();
+  navigation().addConfig("aside");
+  const auto task =
+      navigation().routingTask(building.point("A"), {building.point("C")}, "aside", recorder());
+  task->run();
+  navigation().removeTask(task);
+  provide(building.graph());
+  pump();
+  EXPECT_EQ(deliveries().size(), 1U);
+}
+
 TEST_F(StoppedRoutingTest, PositionsOfAnotherThreadNeitherBringItBackNorEndItThere) {
   useThreads();
   std::atomic<int> endedElsewhere{0};

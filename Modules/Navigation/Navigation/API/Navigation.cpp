@@ -227,21 +227,26 @@ void Navigation::removeTask(const std::shared_ptr<Task>& task) {
   if (!task) return;
   // First, so that a position which another thread is giving to the task just now either sees the
   // mark or has brought the task into the list by the time it is taken out.
-  task->isLetGo_ = true;
-  forget(task);
+  const bool wasLetGo = task->isLetGo_.exchange(true);
+  if (!forget(task) && !wasLetGo) task->isLetGo_ = false;
 }
 
-void Navigation::forget(const std::shared_ptr<Task>& task) {
+/// Whether the task was known.
+bool Navigation::forget(const std::shared_ptr<Task>& task) {
+  bool isKnown = false;
   pendingTasks_.perform([&] {
-    if (const auto index = pendingTasks_.indexOf(task)) pendingTasks_.removeAt(*index);
+    const auto index = pendingTasks_.indexOf(task);
+    isKnown = index.has_value();
+    if (index) pendingTasks_.removeAt(*index);
   });
   const auto isIt = [&](const std::shared_ptr<RoutingTask>& active) {
     return active && *active == *task;
   };
-  if (!activeRoutingTask_.read(isIt)) return;
+  if (!activeRoutingTask_.read(isIt)) return isKnown;
   activeRoutingTask_.update([&](std::shared_ptr<RoutingTask>& active) {
     if (isIt(active)) active.reset();
   });
+  return true;
 }
 
 }  // namespace KorvaniNavigation

@@ -127,7 +127,8 @@ class KORVANI_API Navigation final : public KorvaniCommon::CommonModule {
   /// Lets a task go. A host calls this to stop guiding with a routing task, which then is no longer
   /// the active one: nothing is delivered any more, whatever it is working on and whatever
   /// positions other threads are feeding just then, and its handles do nothing, until the host runs
-  /// it again.
+  /// it again (or announces a graph, if the task once waited for one). Does nothing for a task that
+  /// is not known. Run again, the task is not the active one unless the host makes it so.
   void removeTask(const std::shared_ptr<Task>& task);
 
  private:
@@ -142,7 +143,7 @@ class KORVANI_API Navigation final : public KorvaniCommon::CommonModule {
   ~Navigation() override;
 
   std::shared_ptr<ConfigDependents> mainBundle() const;
-  void forget(const std::shared_ptr<Task>& task);
+  bool forget(const std::shared_ptr<Task>& task);
 
   KorvaniCommon::Guarded<std::shared_ptr<KRVNavGraph>> graph_;
   KorvaniCommon::SynchronizedArray<std::shared_ptr<Task>, SameTask> pendingTasks_;

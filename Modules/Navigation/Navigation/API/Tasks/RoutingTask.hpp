@@ -112,7 +112,8 @@ class KORVANI_API RoutingTask : public Task {
   /// Replaces the possible destinations, if at least one of the new ones is farther than the
   /// configuration's `targetProximityDistance` from all present ones; otherwise nothing
   /// changes. The next execution then searches a new route. While the task is running the change
-  /// waits for the end of the execution, and from then on every execution searches anew.
+  /// waits for the end of the execution (of the next one, when a snapping task is driving the route
+  /// on just then), and from then on every execution searches anew.
   void updateDestinations(const Points& destinations);
 
   /// The graph positions are mapped onto while this task guides: the route's own graph, or the

@@ -46,25 +46,49 @@ void Task::run() {
 }
 
 bool Task::run(const std::function<void()>& taken) {
-  auto own = shared_from_this();
   bool isPrepared = false;
-  const auto prepare = [&] {
+  startOrFollow([&] {
     if (isPrepared) return true;
     isPrepared = true;
     isLetGo_ = false;
     taken();
     return true;
+  });
+  return isPrepared;
+}
+
+void Task::startOrFollow(const std::function<bool()>& prepare) {
+  auto own = shared_from_this();
+  bool isRefused = false;
+  const auto prepareOnce = [&] {
+    isRefused = !prepare();
+    return !isRefused;
   };
   for (;;) {
-    if (runAfter(prepare, own)) return true;
-    const Claim present = *claim_;
-    if (present == Claim::none) continue;  // given up meanwhile
-    if (present != Claim::borrowed) return isPrepared;
-    // Before the borrower can have the execution follow.
-    prepare();
-    taskHost().appendTask(own);
-    if (haveExecutionFollow()) return true;
+    if (runAfter(prepareOnce, own) || isRefused) return;
+    switch (claim_->load()) {
+      case Claim::none:
+      case Claim::ending:
+        continue;  // given up meanwhile, or about to be
+      case Claim::borrowed:
+        // Before the borrower can have the execution follow.
+        if (!prepare()) return;
+        keep(own);
+        if (haveExecutionFollow()) return;
+        continue;
+      case Claim::run:
+      case Claim::awaited:
+        // Who runs a task again that it has let go gets what the task is working on.
+        if (isLetGo_ && prepare()) keep(own);
+        return;
+    }
   }
+}
+
+void Task::keep(const std::shared_ptr<Task>& own) {
+  if (!isLetGo_) taskHost().appendTask(own);
+  // Looked at again: the host may have let the task go between the two.
+  if (isLetGo_) taskHost().removeTask(own);
 }
 
 bool Task::claimForRun() {
@@ -86,10 +110,13 @@ void Task::giveBack(std::shared_ptr<Task> task) {
   const auto claim = task->claim_;
   const std::weak_ptr<Task> weak = task;
   if (!isMainThread()) mainQueue().async([task = std::move(task)] {});
-  if (claim->exchange(Claim::none) != Claim::awaited) return;
-  mainQueue().async([weak] {
-    const auto alive = weak.lock();
-    if (alive && !alive->isLetGo()) alive->run();
+  Claim borrowed = Claim::borrowed;
+  if (claim->compare_exchange_strong(borrowed, Claim::none)) return;
+  mainQueue().async([weak, claim] {
+    *claim = Claim::none;
+    if (const auto alive = weak.lock()) {
+      alive->startOrFollow([&] { return !alive->isLetGo_; });
+    }
   });
 }
 
@@ -114,9 +141,7 @@ bool Task::start(const std::function<bool()>& prepare, std::shared_ptr<Task>& ow
     release();
     return false;
   }
-  if (!isLetGo_) taskHost().appendTask(own);
-  // Looked at again: the host may have let the task go between the two.
-  if (isLetGo_) taskHost().removeTask(own);
+  keep(own);
   if (async_) {
     globalQueue().execute([self = std::move(own)]() mutable { perform(std::move(self)); });
   } else {
@@ -182,7 +207,8 @@ void Task::deliver(std::shared_ptr<Task> task, const std::vector<Job>& blocks,
 
 void Task::finalStep() {
   done();
-  // In this order a run that another thread starts now is kept, or comes while this one lasts.
+  // In this order a run that another thread starts now waits for the end, and is kept.
+  *claim_ = Claim::ending;
   taskHost().removeTask(shared_from_this());
   release();
 }

@@ -79,6 +79,7 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
     run,       ///< an execution
     borrowed,  ///< another task, which drives this one on
     awaited,   ///< the same, and an execution is to follow
+    ending,    ///< an execution that has delivered, and no host's code any more
   };
 
   Task(std::weak_ptr<ConfigDependents> configDependents, bool async);
@@ -130,8 +131,8 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   bool borrow();
 
   /// Gives that claim up, and has an execution follow that was asked for meanwhile. Takes over the
-  /// reference; unless this is the main thread, it ends in a job of the main queue, before the
-  /// claim is given up. So nothing that the next execution delivers can meet it.
+  /// reference: unless this is the main thread, a job of the main queue ends it, which is queued
+  /// before the claim is given up. So nothing that a later execution delivers can meet it.
   static void giveBack(std::shared_ptr<Task> task);
 
   /// Whether the host has had the facade let the task go, and has not run it since.
@@ -146,6 +147,8 @@ class KORVANI_API Task : public std::enable_shared_from_this<Task> {
   struct Execution;
 
   bool start(const std::function<bool()>& prepare, std::shared_ptr<Task>& own);
+  void startOrFollow(const std::function<bool()>& prepare);
+  void keep(const std::shared_ptr<Task>& own);
   bool claimForRun();
   bool haveExecutionFollow();
   Execution* currentExecution() const;
