@@ -70,7 +70,7 @@ class BranchGrower {
     std::vector<EdgePtr> ways;
     for (const EdgePtr& edge : node.neighbourEdges()) {
       const KRVNavPoint& end = *edge->end();
-      if (end.level() != node.level() || passed.count(end.identifier()) != 0) continue;
+      if (end.level() != node.level() || passed.contains(end.identifier())) continue;
       if (barrierFree_ && !edge->isBarrierFree()) continue;
       ways.push_back(edge);
     }

@@ -76,11 +76,12 @@ Whereabouts Walk::at(double seconds) const {
 }
 
 std::optional<Whereabouts> lastNodeOf(const Route& route) {
-  for (auto step = route.steps().rbegin(); step != route.steps().rend(); ++step) {
-    if (isNode(*step->end())) return placeOf(*step->end());
-    if (isNode(*step->start())) return placeOf(*step->start());
+  std::optional<Whereabouts> last;
+  for (const Step& step : route.steps()) {
+    if (isNode(*step.start())) last = placeOf(*step.start());
+    if (isNode(*step.end())) last = placeOf(*step.end());
   }
-  return {};
+  return last;
 }
 
 }  // namespace KorvaniTools

@@ -60,8 +60,8 @@ class Walk {
   struct Leg {
     Whereabouts from;
     Whereabouts to;
-    double departure;  ///< seconds
-    double arrival;
+    double departure = 0;  ///< seconds
+    double arrival = 0;
   };
 
   void add(const Whereabouts& to, double metres);

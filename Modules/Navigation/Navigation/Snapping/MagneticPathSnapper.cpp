@@ -69,7 +69,7 @@ std::shared_ptr<Intersection> MagneticPathSnapper::perform(
   intersectionTask_ = std::make_shared<IntersectionTask>(
       configDependents_, point, [](const auto&) {}, isOnOriginalGraph());
   intersectionTask_->runUnlessGraphIsMissing();
-  const std::shared_ptr<Intersection> nearest = intersectionTask_->intersection();
+  std::shared_ptr<Intersection> nearest = intersectionTask_->intersection();
   if (!nearest) return nullptr;
   if (!bundleOf(configDependents_)->config().activateMagneticSnapping()) return nearest;
   if (!previousIntersection_) return nearest;
