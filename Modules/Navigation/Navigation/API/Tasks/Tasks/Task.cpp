@@ -57,6 +57,8 @@ bool Task::run(const std::function<void()>& taken) {
   return isPrepared;
 }
 
+/// Starts the work, or has it follow what a borrower of the claim is doing. While the task is at
+/// work by itself nothing is started.
 void Task::startOrFollow(const std::function<bool()>& prepare) {
   auto own = shared_from_this();
   bool isRefused = false;
@@ -85,6 +87,7 @@ void Task::startOrFollow(const std::function<bool()>& prepare) {
   }
 }
 
+/// Has the facade keep the task, unless the host has let it go.
 void Task::keep(const std::shared_ptr<Task>& own) {
   if (!isLetGo_) taskHost().appendTask(own);
   // Looked at again: the host may have let the task go between the two.
