@@ -30,6 +30,8 @@ function(korvani_tool_library name)
   cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;HEADERS;LIBRARIES")
   add_library(${name} STATIC ${ARG_SOURCES} ${ARG_HEADERS})
   korvani_compile_own(${name})
+  # Tools read and write: what -O3 would add is time to compile.
+  target_compile_options(${name} PRIVATE "$<$<AND:${KORVANI_GNU_LIKE},$<CONFIG:Release>>:-O2>")
   target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/Tools")
   target_link_libraries(${name} PUBLIC ${ARG_LIBRARIES} korvani_engine_headers)
   korvani_precompile(${name} ${name} <nlohmann/json.hpp>)
@@ -76,6 +78,8 @@ function(korvani_test name)
                                              KORVANI_MAPS_DIR="${KORVANI_MAPS_DIR}")
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} korvani_test_support
                                         korvani_engine_internal GTest::gmock GTest::gtest)
+  # What is tested is optimised; optimising the tests as well would only take time.
+  target_compile_options(${name} PRIVATE "$<$<AND:${KORVANI_GNU_LIKE},$<CONFIG:Release>>:-O1>")
   korvani_precompile(${name} Tests ${KORVANI_TEST_PRECOMPILED})
   # Generous times: sanitizers are slow, and machines may be busy.
   gtest_discover_tests(

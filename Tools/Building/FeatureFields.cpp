@@ -136,14 +136,26 @@ Coordinate Geometry::point() const { return position(coordinates()); }
 
 Positions Geometry::lineString() const { return positions(coordinates()); }
 
-std::vector<Positions> Geometry::polygon() const {
-  const Json& rings = coordinates();
-  if (!rings.is_array()) fail(brief(rings), "an array of rings");
-  if (rings.empty()) fail("no positions", "at least one ring of positions");
-  std::vector<Positions> polygon;
-  polygon.reserve(rings.size());
-  for (const Json& ring : rings) polygon.push_back(positions(ring));
-  return polygon;
+std::vector<Positions> Geometry::rings(const Json& value) const {
+  if (!value.is_array()) fail(brief(value), "an array of rings");
+  if (value.empty()) fail("no positions", "at least one ring of positions");
+  std::vector<Positions> rings;
+  rings.reserve(value.size());
+  for (const Json& ring : value) rings.push_back(positions(ring));
+  return rings;
+}
+
+std::vector<Positions> Geometry::polygon() const { return rings(coordinates()); }
+
+std::vector<std::vector<Positions>> Geometry::polygons() const {
+  if (type({"Polygon", "MultiPolygon"}) == "Polygon") return {polygon()};
+  const Json& parts = coordinates();
+  if (!parts.is_array()) fail(brief(parts), "an array of polygons");
+  if (parts.empty()) fail("no polygons", "at least one polygon");
+  std::vector<std::vector<Positions>> polygons;
+  polygons.reserve(parts.size());
+  for (const Json& part : parts) polygons.push_back(rings(part));
+  return polygons;
 }
 
 }  // namespace KorvaniTools

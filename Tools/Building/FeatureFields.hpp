@@ -73,11 +73,14 @@ class Geometry {
   Positions lineString() const;
   /// At least one ring, each of at least one position.
   std::vector<Positions> polygon() const;
+  /// The one polygon of a Polygon, or those of a MultiPolygon: at least one.
+  std::vector<std::vector<Positions>> polygons() const;
 
  private:
   const Json& coordinates() const;
   Coordinate position(const Json& value) const;
   Positions positions(const Json& value) const;
+  std::vector<Positions> rings(const Json& value) const;
   [[noreturn]] void fail(std::string found, std::string expected) const;
 
   const Json* geometry_ = nullptr;

@@ -1,0 +1,17 @@
+#pragma once
+
+/// Internal. Joins the things in a space with each other and with the drawn lines there.
+
+#include "FloorPlan/FloorSight.hpp"
+#include "FloorPlan/FloorSpaces.hpp"
+#include "FloorPlan/PlanGraph.hpp"
+
+namespace KorvaniTools {
+
+/// Where drawn lines run through a space (2 m of them, and 0.3 of its extent), they are the
+/// graph: doors and rooms are joined to the nearest point of a line that they see. Elsewhere, and
+/// for what sees no line, the floor gets a graph of its own (SpaceGraph.hpp).
+void joinSpace(const FloorSpace& space, const FloorSight& sight, const Geos& geos,
+               StepFree stepFree, PlanGraph& graph);
+
+}  // namespace KorvaniTools
