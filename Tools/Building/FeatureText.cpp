@@ -14,8 +14,7 @@ std::string textOf(const OrderedJson& json) {
 
 }  // namespace
 
-FeatureText::FeatureText(const OrderedJson& members) {
-  text_ = R"({"type":"FeatureCollection",)";
+FeatureText::FeatureText(const OrderedJson& members) : text_(R"({"type":"FeatureCollection",)") {
   for (const auto& [key, value] : members.items()) {
     text_ += textOf(key) + ':' + textOf(value) + ',';
   }
