@@ -81,12 +81,14 @@ class TableFile {
 
   void change(Connection& row, const std::string& kind, const Json& members) const {
     if (!members.is_object()) fail(kind, brief(members), "an object");
-    for (const auto& [name, value] : members.items()) change(row, kind + "." + name, name, value);
+    for (const auto& [name, value] : members.items()) change(row, kind, name, value);
   }
 
  private:
-  void change(Connection& row, const std::string& subject, const std::string& name,
+  void change(Connection& row, const std::string& kind, const std::string& name,
               const Json& value) const {
+    std::string subject = kind;
+    subject.append(".").append(name);
     if (name == "type") {
       if (!value.is_string() && !value.is_null()) fail(subject, brief(value), "a string or null");
       row.type = value.is_null() ? std::nullopt : std::optional(value.get<std::string>());

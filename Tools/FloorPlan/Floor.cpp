@@ -76,6 +76,7 @@ Geos::Polygon cellShape(const PlanCell& cell, const LocalFrame& frame, const Geo
   try {
     for (const auto& polygon : cell.polygons) {
       std::vector<GroundLine> rings;
+      rings.reserve(polygon.size());
       for (const auto& ring : polygon) rings.push_back(frame.metres(ring));
       Geos::Polygon part = geos.polygon(rings);
       whole.mended = whole.mended || part.mended;

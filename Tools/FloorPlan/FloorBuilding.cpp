@@ -166,17 +166,17 @@ bool FloorBuilding::mayAssumeDoor(const FloorSpace& space) const {
 }
 
 void FloorBuilding::assumeDoors() {
-  for (std::size_t i = 0; i < spaces_.size(); ++i) {
-    if (!mayAssumeDoor(spaces_[i])) continue;
-    auto door = assumedDoor(spaces_[i]);
+  for (const FloorSpace& space : spaces_) {
+    if (!mayAssumeDoor(space)) continue;
+    auto door = assumedDoor(space);
     if (!door) continue;
     walls_.place(*door);
     walls_.open(door->gap);
-    const std::size_t before = spaces_[i].items.size();
+    const std::size_t before = space.items.size();
     attach(*door, kAssumedReach);
-    if (spaces_[i].items.size() == before) continue;
+    if (space.items.size() == before) continue;
     ++report_.assumedDoors;
-    report_.remarks.push_back(cellOf(spaces_[i]).source + " has no door on level " +
+    report_.remarks.push_back(cellOf(space).source + " has no door on level " +
                               decimals(input_.levels.source(floor_.level)) + ": one was assumed");
   }
 }
@@ -279,7 +279,7 @@ void FloorBuilding::addAreaMiddle(const FloorCell& cell) {
 }
 
 void FloorBuilding::addMiddle(std::size_t space, std::size_t cell, const Shape& within) {
-  if (middles_.count(cell) > 0) return;
+  if (middles_.contains(cell)) return;
   const PlanCell& drawn = input_.plan.cells[cell];
   std::optional<GroundPoint> at;
   if (drawn.displayPoint) {
@@ -318,7 +318,7 @@ void FloorBuilding::joinLonelyStops(const FloorSight& sight) {
     joined.insert(edge.to);
   }
   for (const ShaftStop& stop : input_.stops) {
-    if (stop.level != floor_.level || joined.count(stop.node) > 0) continue;
+    if (stop.level != floor_.level || joined.contains(stop.node)) continue;
     if (const auto near = nearestWay(stop.node, joined, sight)) {
       graph_.addMade({stop.node, *near, ConnectionKind::path, StepFree::unknown, false});
     } else {

@@ -10,6 +10,7 @@ constexpr double kTolerance = 0.1;
 
 FloorSight::FloorSight(const Geos& geos, const std::vector<GroundLine>& walls) : geos_(geos) {
   std::vector<Shape> bands;
+  bands.reserve(walls.size());
   for (const GroundLine& wall : walls) bands.push_back(geos.grown(geos.line(wall), kClearance));
   if (!bands.empty()) walls_.emplace(geos, geos.gathered(bands));
 }

@@ -196,6 +196,7 @@ std::optional<GroundPoint> Geos::innerPoint(const Shape& polygon) const {
 std::vector<GroundLine> Geos::mergedLines(const std::vector<GroundLine>& lines,
                                           const Shape& without) const {
   std::vector<Shape> shapes;
+  shapes.reserve(lines.size());
   for (const GroundLine& drawn : lines) shapes.push_back(line(drawn));
   const Shape all = collection(GEOS_GEOMETRYCOLLECTION, std::move(shapes));
   Shape noded = own(GEOSUnaryUnionPrec_r(context_, all.get(), kGrid), "union of lines");

@@ -117,14 +117,14 @@ class Resolver {
       if (first && last && *first != *last) climbs_.emplace(i, Climb(line, levels));
     }
     for (const auto& [i, levels] : paths_) {
-      if (climbs_.count(i) > 0) continue;
+      if (climbs_.contains(i)) continue;
       const PlanLine& line = plan_.lines[i];
       for (const std::int64_t level : levels) {
         tracks_[i].push_back(LineTrack(line.vertices.size(), level));
       }
     }
     for (const auto& [i, levels] : paths_) {
-      if (climbs_.count(i) > 0) continue;
+      if (climbs_.contains(i)) continue;
       for (const PlanVertex& vertex : plan_.lines[i].vertices) {
         for (const std::int64_t level : levels) meet(vertex.node, level);
       }

@@ -44,11 +44,11 @@ BoundingBox boxOf(const GroundLine& line) {
   return box;
 }
 
-LocalFrame::LocalFrame(Coordinate middle) : middle_(middle) {
-  metresNorth_ = KorvaniPlatform::kEarthRadius * kRadiansPerDegree;
-  // At the poles all longitudes are one; a millimetre per degree keeps the way back defined.
-  metresEast_ = std::max(metresNorth_ * std::cos(middle.latitude * kRadiansPerDegree), 1e-3);
-}
+// At the poles all longitudes are one; a millimetre per degree keeps the way back defined.
+LocalFrame::LocalFrame(Coordinate middle)
+    : middle_(middle),
+      metresNorth_(KorvaniPlatform::kEarthRadius * kRadiansPerDegree),
+      metresEast_(std::max(metresNorth_ * std::cos(middle.latitude * kRadiansPerDegree), 1e-3)) {}
 
 GroundPoint LocalFrame::metres(Coordinate coordinate) const {
   return {(coordinate.longitude - middle_.longitude) * metresEast_,

@@ -88,6 +88,6 @@ std::vector<PlanGraph::Edge> PlanGraph::edges() const {
   return result;
 }
 
-bool PlanGraph::hasEdges(std::size_t node) const { return used_.count(node) > 0; }
+bool PlanGraph::hasEdges(std::size_t node) const { return used_.contains(node); }
 
 }  // namespace KorvaniTools

@@ -116,8 +116,8 @@ void SpaceGraph::addLines() {
   for (const std::size_t drawn : pieces) {
     const std::vector<std::size_t> stops = graph_.stopsOf(drawn);
     for (std::size_t i = 0; i + 1 < stops.size(); ++i) {
-      const bool made = i > 0 || inside.count(stops[i]) > 0;
-      const bool madeNext = i + 2 < stops.size() || inside.count(stops[i + 1]) > 0;
+      const bool made = i > 0 || inside.contains(stops[i]);
+      const bool madeNext = i + 2 < stops.size() || inside.contains(stops[i + 1]);
       if (!made || !madeNext) continue;
       const Spanner::Pair pair = std::minmax(pointOf(stops[i]), pointOf(stops[i + 1]));
       if (pair.first == pair.second) continue;
@@ -261,13 +261,13 @@ bool SpaceGraph::connect() {
 }
 
 bool SpaceGraph::sees(std::size_t a, std::size_t b) const {
-  if (fixed_.count(a) > 0 && fixed_.count(b) > 0) return false;
+  if (fixed_.contains(a) && fixed_.contains(b)) return false;
   return sight_.sees(spanner_.points()[a], spanner_.points()[b]);
 }
 
 void SpaceGraph::emit(StepFree stepFree) {
   for (const Spanner::Pair& pair : spanner_.edgesBetween(ends_)) {
-    if (drawn_.count(pair) > 0) continue;
+    if (drawn_.contains(pair)) continue;
     const Point& a = points_[pair.first];
     const Point& b = points_[pair.second];
     const bool door = a.door || b.door;

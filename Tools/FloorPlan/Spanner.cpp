@@ -187,7 +187,7 @@ std::set<Spanner::Pair> Spanner::withoutDeadEnds(const std::vector<std::size_t>&
   while (!open.empty()) {
     const std::size_t at = open.back();
     open.pop_back();
-    if (needed.count(at) > 0 || neighbours[at].size() != 1) continue;
+    if (needed.contains(at) || neighbours[at].size() != 1) continue;
     const std::size_t next = *neighbours[at].begin();
     neighbours[at].clear();
     neighbours[next].erase(at);
