@@ -241,13 +241,13 @@ void SpaceGraph::addTriangles() {
     }
     for (std::size_t i = 0; i < corners.size(); ++i) {
       for (std::size_t k = i + 1; k < corners.size(); ++k) {
-        triangle_.push_back(std::minmax(corners[i], corners[k]));
+        triangle_.emplace_back(std::minmax(corners[i], corners[k]));
       }
     }
     const BoundingBox box = boxOf(ring);
     for (const std::size_t point : index.near(box.low, box.high, kAtTriangle)) {
       if (geos_.distance(geos_.point(spanner_.points()[point]), triangle) > kAtTriangle) continue;
-      for (const std::size_t corner : corners) triangle_.push_back(std::minmax(point, corner));
+      for (const std::size_t corner : corners) triangle_.emplace_back(std::minmax(point, corner));
     }
   }
 }
