@@ -42,7 +42,7 @@ std::vector<Spanner::Pair> Spanner::candidates(const std::vector<std::size_t>& a
   if (among.size() <= kAllPairs) {
     for (std::size_t i = 0; i < among.size(); ++i) {
       for (std::size_t k = i + 1; k < among.size(); ++k) {
-        pairs.push_back(std::minmax(among[i], among[k]));
+        pairs.emplace_back(std::minmax(among[i], among[k]));
       }
     }
     return pairs;
