@@ -72,6 +72,7 @@ Shape ImdfShapes::shapeOf(const PlanCell& cell) const {
   std::vector<Shape> parts;
   for (const auto& polygon : cell.polygons) {
     std::vector<GroundLine> rings;
+    rings.reserve(polygon.size());
     for (const auto& ring : polygon) rings.push_back(frame_.metres(ring));
     if (Shape part = geos_.polygon(rings).shape) parts.push_back(std::move(part));
   }
