@@ -85,7 +85,7 @@ std::string levelsText(const std::vector<PlanReport::Level>& levels) {
     mapping += (mapping.empty() ? "" : ", ") + decimals(level.source) + " -> " +
                std::to_string(level.level);
   }
-  const std::string count = std::to_string(levels.size());
+  std::string count = std::to_string(levels.size());
   if (!same) return count + ": " + mapping;
   if (levels.empty()) return count;
   return count + ", " + std::to_string(levels.front().level) + " to " +

@@ -179,6 +179,7 @@ void Shafts::add() {
   std::map<std::size_t, std::vector<std::size_t>> groups;
   for (const std::size_t cell : candidates) groups[root(cell)].push_back(cell);
   std::vector<PlanShaft> shafts;
+  shafts.reserve(groups.size());
   for (const auto& [first, cells] : groups) shafts.push_back(shaftOf(cells));
   for (const PlanShaft& lift : parts_.lifts) {
     PlanShaft* const shaft = shaftAt(lift, shafts);
