@@ -132,8 +132,9 @@ TEST(SceneSvg, DrawsABuildingAsWideAsTheEarth) {
 
 TEST(SceneSvg, NeedsNothingFromOutside) {
   const std::string text = sceneSvg(house(), {});
-  for (const XmlElement* element : parsedXml(text).all(
-           [](const XmlElement& each) { return each.attributes.count("href") > 0; })) {
+  const XmlElement root = parsedXml(text);
+  for (const XmlElement* element :
+       root.all([](const XmlElement& each) { return each.attributes.count("href") > 0; })) {
     EXPECT_EQ(element->attribute("href"), "#ghost");
   }
   EXPECT_EQ(text.find("http", text.find("http://www.w3.org/2000/svg") + 4), std::string::npos);
