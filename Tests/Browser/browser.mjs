@@ -48,14 +48,7 @@ export async function screenshot(page, name, options = {}) {
 
 /** Waits until the view has come to rest. */
 export async function settled(page) {
-  let before = null;
-  for (let i = 0; i < 50; i += 1) {
-    const now = await page.locator('#view').getAttribute('transform');
-    if (now === before) return;
-    before = now;
-    await page.waitForTimeout(60);
-  }
-  throw new Error('the view does not come to rest');
+  await page.waitForFunction(() => !('moving' in document.getElementById('map').dataset));
 }
 
 /** Where the view is: `{x, y, scale}`, with a point of the plan at x + scale * point. */

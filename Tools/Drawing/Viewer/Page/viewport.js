@@ -127,17 +127,24 @@ class Viewport {
     this.target = this.kept(target);
     if (!animate || calm.matches) {
       this.apply(this.target);
-      this.target = null;
+      this.rest();
       return;
     }
+    this.host.dataset.moving = '';
     const start = { x: this.x, y: this.y, scale: this.scale, time: performance.now() };
     const advance = (now) => {
       const part = clamp((now - start.time) / 220, 0, 1);
       this.apply(between(start, this.target, 1 - (1 - part) ** 3));
       if (part < 1) this.frame = requestAnimationFrame(advance);
-      else this.target = null;
+      else this.rest();
     };
     this.frame = requestAnimationFrame(advance);
+  }
+
+  /** The view is where it should be. Whoever waits for that sees it at the host's `data-moving`. */
+  rest() {
+    this.target = null;
+    delete this.host.dataset.moving;
   }
 
   /** The target, moved so that some of the plan stays in view. */
