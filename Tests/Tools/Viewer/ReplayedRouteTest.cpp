@@ -81,6 +81,18 @@ TEST(InstructionReached, IsTheWalkBeforeTheNextPlaceWhenThatIsToldFromHere) {
   EXPECT_EQ(instructionReached(all, {at(22, "go straight on"), at(30, "you reach it")}), 1U);
 }
 
+TEST(InstructionReached, IsTheTurnBeforeTheWalkThatBeginsAtTheSamePlace) {
+  const std::vector<Instruction> all{at(0, "go straight on"), at(20, "turn left"),
+                                     at(20, "go straight on"), at(50, "you reach it")};
+  EXPECT_EQ(instructionReached(all, {at(20, "in 3 m turn left"), at(20, "go straight on"),
+                                     at(50, "you reach it")}),
+            1U);
+  EXPECT_EQ(instructionReached(all, {at(4, "go straight on for 16 m"), at(20, "turn left"),
+                                     at(20, "go straight on"), at(50, "you reach it")}),
+            0U);
+  EXPECT_EQ(instructionReached(all, {at(20, "go straight on"), at(50, "you reach it")}), 2U);
+}
+
 TEST(InstructionReached, IsTheFirstWhenNothingFits) {
   EXPECT_EQ(instructionReached({at(0, "a"), at(10, "b")}, {at(50, "c")}), 0U);
 }

@@ -26,6 +26,10 @@ bool isSamePlace(Coordinate a, std::int64_t levelOfA, Coordinate b, std::int64_t
   return levelOfA == levelOfB && KorvaniPlatform::greatCircleDistance(a, b) < kSamePlace;
 }
 
+bool isSamePlace(const Instruction& a, const Instruction& b) {
+  return isSamePlace(a.at, a.level, b.at, b.level);
+}
+
 std::shared_ptr<KRVNavPoint> pointOf(const OrderedJson& json) {
   if (!json["lat"].is_number() || !json["lon"].is_number()) return nullptr;
   const auto point = timelinePoint(json["lat"], json["lon"], json["level"]);
@@ -97,11 +101,11 @@ std::size_t instructionReached(const std::vector<Instruction>& instructions,
   // The walk straight on is told from where the person is, so that only what comes after it has
   // its place among the instructions.
   for (std::size_t skipped = 0; skipped < left.size(); ++skipped) {
+    // A turn and the walk after it have one place; the search from the end finds the last of them.
+    std::size_t last = skipped;
+    while (last + 1 < left.size() && isSamePlace(left[skipped], left[last + 1])) ++last;
     for (std::size_t i = instructions.size(); i-- > 0;) {
-      if (isSamePlace(instructions[i].at, instructions[i].level, left[skipped].at,
-                      left[skipped].level)) {
-        return i > skipped ? i - skipped : 0;
-      }
+      if (isSamePlace(instructions[i], left[skipped])) return i > last ? i - last : 0;
     }
   }
   return 0;
