@@ -78,22 +78,14 @@ std::string arrowWords(const Directions& directions, const LevelNames& levels) {
   const std::string type = directions.levelChangeTypeName().value_or("");
   const std::string level = levels.words(directions.arrow()->level);
   switch (directions.type()) {
-    case DirectionsType::left:
-      return "turn left";
-    case DirectionsType::right:
-      return "turn right";
-    case DirectionsType::turnaround:
-      return "turn back";
-    case DirectionsType::bearLeft:
-      return "bear left";
-    case DirectionsType::bearRight:
-      return "bear right";
     case DirectionsType::levelUp:
       return levelChangeWords(type, true, level);
     case DirectionsType::levelDown:
       return levelChangeWords(type, false, level);
-    default:
+    case DirectionsType::forward:
       return "go straight on for " + metres(directions.distance());
+    default:
+      return turnWords(directions.type());
   }
 }
 

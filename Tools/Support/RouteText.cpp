@@ -31,23 +31,6 @@ bool isOnTheSpot(const Step& change) {
                                               change.end()->coordinate()) < 0.5;
 }
 
-std::string turnWords(DirectionsType type) {
-  switch (type) {
-    case DirectionsType::left:
-      return "turn left";
-    case DirectionsType::right:
-      return "turn right";
-    case DirectionsType::turnaround:
-      return "turn back";
-    case DirectionsType::bearLeft:
-      return "bear left";
-    case DirectionsType::bearRight:
-      return "bear right";
-    default:
-      return "go on";
-  }
-}
-
 /// What is passed on the way through a stretch: "over steps and through a door". The first
 /// steps of the stairs that the stretch leads to do not count.
 std::string passagesOf(const RouteStretch& stretch) {
@@ -218,6 +201,23 @@ Route withoutWalkedStep(const Route& route) {
 }
 
 }  // namespace
+
+std::string turnWords(DirectionsType type) {
+  switch (type) {
+    case DirectionsType::left:
+      return "turn left";
+    case DirectionsType::right:
+      return "turn right";
+    case DirectionsType::turnaround:
+      return "turn back";
+    case DirectionsType::bearLeft:
+      return "bear left";
+    case DirectionsType::bearRight:
+      return "bear right";
+    default:
+      return "go on";
+  }
+}
 
 std::vector<Instruction> routeInstructions(const Route& route, const LevelNames& levels,
                                            const std::string& destination) {

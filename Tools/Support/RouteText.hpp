@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Building/Rectangle.hpp"
+#include "Navigation/Directions/Directions.hpp"
 #include "Navigation/Routing/Route.hpp"
 #include "Support/LevelNames.hpp"
 
@@ -37,6 +38,9 @@ struct Instruction {
 std::vector<Instruction> routeInstructions(const KorvaniNavigation::Route& route,
                                            const LevelNames& levels,
                                            const std::string& destination);
+
+/// "turn left", "bear right" and the like; "go on" for what is no turn.
+std::string turnWords(KorvaniNavigation::DirectionsType type);
 
 /// Which way the route sets off: "north-east"; empty when it has no steps or begins with a
 /// change of level on the spot.

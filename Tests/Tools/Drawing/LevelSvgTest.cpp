@@ -271,7 +271,9 @@ TEST(LevelLabels, DoNotOverlapInTheExampleBuilding) {
 
 TEST(LevelLabels, DoNotOverlapInRealBuildings) {
   const std::filesystem::path maps = KORVANI_MAPS_DIR;
-  if (maps.empty() || !std::filesystem::exists(maps)) GTEST_SKIP() << "no maps";
+  if (maps.empty() || !std::filesystem::exists(maps)) {
+    GTEST_SKIP() << "no maps at " << maps << "; set KORVANI_MAPS_DIR to their folder";
+  }
   for (const char* file :
        {"cch-32c3-graph/cch.building.geojson", "spb-polytech-imdf/spb.building.geojson"}) {
     SCOPED_TRACE(file);
