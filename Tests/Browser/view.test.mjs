@@ -41,6 +41,17 @@ test('Dragging moves the plan with the pointer', async () => {
   assert.equal(after.scale, before.scale);
 });
 
+test('A drag that is let go outside the map is over', async () => {
+  const page = await open('plain');
+  const before = await viewOf(page);
+  await page.mouse.move(360, 300);
+  await page.mouse.down();
+  await page.mouse.move(200, 300);
+  await page.mouse.up();
+  await page.mouse.move(500, 350, { steps: 4 });
+  assert.deepEqual(await viewOf(page), before);
+});
+
 test('Arrow keys move the view, plus and minus zoom, 0 shows all', async () => {
   const page = await open('plain');
   const start = await viewOf(page);

@@ -191,6 +191,11 @@ class Viewport {
   moved(event) {
     const before = this.pointers.get(event.pointerId);
     if (!before) return;
+    // The button was let go where nobody told this view of it.
+    if (event.pointerType === 'mouse' && event.buttons === 0) {
+      this.lifted(event);
+      return;
+    }
     const now = this.placeOf(event);
     if (this.pressedAt && Math.hypot(now[0] - this.pressedAt[0], now[1] - this.pressedAt[1]) < TAP) return;
     if (this.pressedAt) this.startDragging(event);
