@@ -67,6 +67,10 @@ function(korvani_compile_own target)
     # builds keep it.
     target_compile_options(${target} PRIVATE "$<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>")
   endif()
+  if(CMAKE_UNITY_BUILD)
+    # It takes included files for headers, in which an unnamed namespace would be a mistake.
+    target_compile_options(${target} PRIVATE "$<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>")
+  endif()
   if(KORVANI_WARNINGS_AS_ERRORS)
     set_target_properties(${target} PROPERTIES COMPILE_WARNING_AS_ERROR ON)
   endif()

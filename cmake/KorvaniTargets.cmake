@@ -1,26 +1,5 @@
 # One function per kind of target that is not the engine.
 
-# What nearly every test includes, directly or not.
-set(KORVANI_TEST_PRECOMPILED <functional> <map> <memory> <mutex> <optional> <string> <thread>
-                             <vector> <gtest/gtest.h>)
-
-# korvani_precompile(target group header...)
-#
-# With KORVANI_PRECOMPILE, compiles these headers once for all targets of the group. Builds that
-# somebody waits for are quicker with it; those that have to notice a missing include go without.
-function(korvani_precompile target group)
-  if(NOT KORVANI_PRECOMPILE)
-    return()
-  endif()
-  get_property(first GLOBAL PROPERTY KORVANI_PRECOMPILED_${group})
-  if(first)
-    target_precompile_headers(${target} REUSE_FROM ${first})
-  else()
-    target_precompile_headers(${target} PRIVATE ${ARGN})
-    set_property(GLOBAL PROPERTY KORVANI_PRECOMPILED_${group} ${target})
-  endif()
-endfunction()
-
 # korvani_tool_library(name SOURCES ... [HEADERS ...] [LIBRARIES ...])
 #
 # A static library that tools, examples and tests share. It sees the engine's headers; which of
@@ -34,7 +13,6 @@ function(korvani_tool_library name)
   target_compile_options(${name} PRIVATE "$<$<AND:${KORVANI_GNU_LIKE},$<CONFIG:Release>>:-O2>")
   target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/Tools")
   target_link_libraries(${name} PUBLIC ${ARG_LIBRARIES} korvani_engine_headers)
-  korvani_precompile(${name} ${name} <nlohmann/json.hpp>)
 endfunction()
 
 # korvani_tool(name SOURCES ... [LIBRARIES ...])
@@ -71,6 +49,9 @@ endfunction()
 # buildings (which may be absent) below KORVANI_MAPS_DIR.
 function(korvani_test name)
   cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LIBRARIES")
+  if(KORVANI_UNITY_TESTS)
+    set(CMAKE_UNITY_BUILD ON)
+  endif()
   add_executable(${name} ${ARG_SOURCES})
   korvani_compile_own(${name})
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/Tests")
@@ -78,9 +59,11 @@ function(korvani_test name)
                                              KORVANI_MAPS_DIR="${KORVANI_MAPS_DIR}")
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} korvani_test_support
                                         korvani_engine_internal GTest::gmock GTest::gtest)
-  # What is tested is optimised; optimising the tests as well would only take time.
+  # What is tested is optimised and instrumented; for the tests that would only take time.
   target_compile_options(${name} PRIVATE "$<$<AND:${KORVANI_GNU_LIKE},$<CONFIG:Release>>:-O1>")
-  korvani_precompile(${name} Tests ${KORVANI_TEST_PRECOMPILED})
+  if(KORVANI_SANITIZE)
+    target_compile_options(${name} PRIVATE -O0 -g0 -fno-sanitize=undefined)
+  endif()
   # Generous times: sanitizers are slow, and machines may be busy.
   gtest_discover_tests(
     ${name}

@@ -12,6 +12,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <memory>
 
 #include "Navigation/Graph/KRVNavPoint.hpp"
@@ -25,6 +26,8 @@ using PointPtr = std::shared_ptr<KRVNavPoint>;
 
 /// Where test buildings stand unless they say otherwise: 48 degrees north, 11 east.
 inline constexpr CLLocationCoordinate2D kOrigin{48.0, 11.0};
+
+inline constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
 /// A point without identifier.
 inline PointPtr at(CLLocationCoordinate2D coordinate, std::int64_t level = 0) {
@@ -68,6 +71,11 @@ inline CLLocationCoordinate2D moved(CLLocationCoordinate2D start, double north, 
 /// A coordinate in metres from kOrigin.
 inline CLLocationCoordinate2D fromOrigin(double north, double east) {
   return moved(kOrigin, north, east);
+}
+
+/// A point without identifier, in metres from kOrigin.
+inline PointPtr pointFromOrigin(double north, double east, std::int64_t level = 0) {
+  return at(fromOrigin(north, east), level);
 }
 
 }  // namespace KorvaniTest

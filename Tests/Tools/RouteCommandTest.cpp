@@ -22,7 +22,7 @@ using testing::Not;
 
 /// A corridor to the north, one from its end to the east, a lift (and stairs beside it) to a
 /// corridor on level 1, and a hut that no way leads to.
-const std::string kHall = buildingText(
+const std::string kHallWithLift = buildingText(
     {nodeAt(1, 0, 11, 48), nodeAt(2, 0, 11, 48.001), nodeAt(3, 0, 11.001, 48.001),
      nodeAt(4, 1, 11.001, 48.001), nodeAt(5, 1, 11.001, 48.0015), nodeAt(6, 0, 11.0005, 48.003),
      nodeAt(7, 0, 11.0005, 48.0031), edgeOf(1, 2), edgeOf(2, 3), edgeOf(6, 7),
@@ -43,7 +43,7 @@ class RouteCommand : public testing::Test {
     return json::parse(route(arguments).output);
   }
 
-  const TemporaryFile file_{kHall};
+  const TemporaryFile file_{kHallWithLift};
 };
 
 TEST_F(RouteCommand, PrintsOneLineAnInstructionAndTheTotals) {

@@ -18,7 +18,7 @@ using testing::Not;
 using testing::StartsWith;
 
 /// A corridor to the north with a side corridor half-way, stairs at its end, and a hut alone.
-const std::string kHall = buildingText(
+const std::string kHallWithHut = buildingText(
     {nodeAt(1, 0, 11, 48), nodeAt(2, 0, 11, 48.0005), nodeAt(3, 0, 11, 48.001),
      nodeAt(4, 1, 11, 48.001), nodeAt(5, 0, 11.0005, 48.0005), nodeAt(6, 0, 11.01, 48),
      nodeAt(7, 0, 11.01, 48.0001), edgeOf(1, 2), edgeOf(2, 3), edgeOf(2, 5), edgeOf(6, 7),
@@ -33,7 +33,7 @@ class SimulateCommand : public testing::Test {
     return runTool(arguments);
   }
 
-  const TemporaryFile file_{kHall};
+  const TemporaryFile file_{kHallWithHut};
 };
 
 TEST_F(SimulateCommand, HelpNamesEveryOption) {

@@ -18,7 +18,8 @@ constexpr double kBesideANode = 1.0;  // metres
 
 bool isNode(const KRVNavPoint& point) { return point.identifier() >= 0; }
 
-Whereabouts placeOf(const KRVNavPoint& point) {
+/// Nodes stand where they are; all else is told as finely as a trace writes it.
+Whereabouts placeOnWalk(const KRVNavPoint& point) {
   return {isNode(point) ? point.coordinate() : rounded(point.coordinate()), point.level()};
 }
 
@@ -49,10 +50,10 @@ void Walk::goTo(const Whereabouts& place) {
 
 void Walk::follow(const Route& route, std::size_t steps) {
   if (route.steps().empty()) return;
-  goTo(placeOf(*route.steps().front().start()));
+  goTo(placeOnWalk(*route.steps().front().start()));
   for (std::size_t i = 0; i < std::min(steps, route.steps().size()); ++i) {
     const Step& step = route.steps()[i];
-    add(placeOf(*step.end()), metresToWalk(step));
+    add(placeOnWalk(*step.end()), metresToWalk(step));
   }
 }
 
@@ -78,8 +79,8 @@ Whereabouts Walk::at(double seconds) const {
 std::optional<Whereabouts> lastNodeOf(const Route& route) {
   std::optional<Whereabouts> last;
   for (const Step& step : route.steps()) {
-    if (isNode(*step.start())) last = placeOf(*step.start());
-    if (isNode(*step.end())) last = placeOf(*step.end());
+    if (isNode(*step.start())) last = placeOnWalk(*step.start());
+    if (isNode(*step.end())) last = placeOnWalk(*step.end());
   }
   return last;
 }

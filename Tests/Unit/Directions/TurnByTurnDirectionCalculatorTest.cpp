@@ -15,10 +15,10 @@ using KorvaniTest::walk;
 
 namespace {
 
-const TurnByTurnDirectionCalculator kCalculator;
+const TurnByTurnDirectionCalculator kDirectionCalculator;
 
 std::vector<Directions> instructions(const std::vector<Step>& steps) {
-  return kCalculator.directionsForRoute(steps, false);
+  return kDirectionCalculator.directionsForRoute(steps, false);
 }
 
 std::vector<std::string> descriptions(const std::vector<Step>& steps) {
@@ -36,7 +36,7 @@ DirectionsType turn(double bearing, double nextBearing) {
   first.intermediateSteps = walk({{.distance = 5, .heading = bearing}});
   second.intermediateSteps = walk({{.distance = 5, .heading = nextBearing}});
   first.nextStep = second.intermediateSteps.front();
-  return kCalculator.directions(first, &second).front().type();
+  return kDirectionCalculator.directions(first, &second).front().type();
 }
 
 // A level change whose place is `location`'s altitude.
@@ -134,7 +134,7 @@ TEST(TurnByTurnDirectionCalculator, LevelChangePointsToTheEndOfTheConnection) {
 TEST(TurnByTurnDirectionCalculator, LevelChangeWithoutKindNamesTheEmptyText) {
   StraightSegment segment{.distance = 5, .levelChangeDirection = DirectionsType::levelUp};
   segment.intermediateSteps = walk({{.distance = 5}});
-  const auto list = kCalculator.directions(segment, &segment);
+  const auto list = kDirectionCalculator.directions(segment, &segment);
   ASSERT_EQ(list.size(), 1U);
   EXPECT_EQ(list[0].levelChangeTypeName(), "");
   EXPECT_EQ(list[0].nextWaypoint(), segment.intermediateSteps[0].end());
@@ -171,7 +171,7 @@ TEST(TurnByTurnDirectionCalculator, ForwardArrowStandsAtTheLastStepWhenNoneLiesB
 TEST(TurnByTurnDirectionCalculator, ForwardWithoutNextStepHasNoWaypoint) {
   StraightSegment segment{.distance = 20};
   segment.intermediateSteps = walk({{.distance = 20}});
-  const auto list = kCalculator.directions(segment, &segment);
+  const auto list = kDirectionCalculator.directions(segment, &segment);
   ASSERT_EQ(list.size(), 2U);
   EXPECT_EQ(list[0].type(), DirectionsType::forward);
   EXPECT_EQ(list[0].nextWaypoint(), nullptr);
@@ -217,7 +217,7 @@ TEST(TurnByTurnDirectionCalculator, ALastSegmentWithFollowingTurnsAtItsLastStep)
   StraightSegment segment{.distance = 9};
   segment.intermediateSteps = walk({{.distance = 5}, {.distance = 4}});
   const StraightSegment following{.bearing = 90, .distance = 2};
-  const auto list = kCalculator.directions(segment, &following);
+  const auto list = kDirectionCalculator.directions(segment, &following);
   ASSERT_EQ(list.size(), 1U);
   EXPECT_EQ(list[0].nextWaypoint()->coordinate(),
             segment.intermediateSteps[1].start()->coordinate());
@@ -228,8 +228,8 @@ TEST(TurnByTurnDirectionCalculator, HistoryUsageChangesNothing) {
                            {.distance = 6, .heading = 90},
                            {.distance = 4, .heading = 90, .level = 1, .type = "stairs"},
                            {.distance = 30, .heading = 200, .level = 1}});
-  const auto with = kCalculator.directionsForRoute(steps, true);
-  const auto without = kCalculator.directionsForRoute(steps, false);
+  const auto with = kDirectionCalculator.directionsForRoute(steps, true);
+  const auto without = kDirectionCalculator.directionsForRoute(steps, false);
   ASSERT_EQ(with.size(), without.size());
   for (std::size_t i = 0; i < with.size(); ++i) {
     EXPECT_EQ(with[i].directionsJson(), without[i].directionsJson());
@@ -255,7 +255,7 @@ TEST(TurnByTurnDirectionCalculator, ATurnAfterALengthThatIsNotANumberCarriesTheN
 }
 
 TEST(TurnByTurnDirectionCalculator, ServesThroughTheFindersRole) {
-  const DirectionsFinder& finder = kCalculator;
+  const DirectionsFinder& finder = kDirectionCalculator;
   EXPECT_EQ(finder.directionsForRoute(walk({{.distance = 2}}), false).size(), 1U);
 }
 
@@ -287,5 +287,5 @@ TEST(TurnByTurnDirectionCalculatorDeathTest, ALevelThatADoubleCannotHoldIsAFatal
 
 TEST(TurnByTurnDirectionCalculatorDeathTest, ASegmentWithoutStepsIsAFatalError) {
   const StraightSegment segment{.distance = 5};
-  EXPECT_DEATH(kCalculator.directions(segment, &segment), "fatal error: .*without steps");
+  EXPECT_DEATH(kDirectionCalculator.directions(segment, &segment), "fatal error: .*without steps");
 }

@@ -5,13 +5,12 @@
 #include <limits>
 
 #include "MapperFixture.hpp"
+#include "Support/Points.hpp"
 
 // Which nodes a position can be mapped to.
 
 namespace KorvaniTest {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 /// About 0.42 m of latitude, and a power of two: its multiples are exact at 48 degrees.
 const double kStep = std::ldexp(1.0, -18);
@@ -108,9 +107,9 @@ TEST_F(ClosestNodes, AreOnlyThoseAtThePositionItselfWhenThereIsOne) {
 }
 
 TEST_F(ClosestNodes, StandNodesWhoseCoordinatesAreNotNumbers) {
-  building.node({kNaN, 11.0});
+  building.node({kNotANumber, 11.0});
   const auto good = building.node(2, 0);
-  building.node({48.0, kNaN});
+  building.node({48.0, kNotANumber});
   const auto near = building.node(1, 0);
   const auto found = nodesOf(closest(at(kOrigin)));
   ASSERT_GE(found.size(), 2U);
@@ -122,7 +121,8 @@ TEST_F(ClosestNodes, StandPositionsThatAreNotNumbers) {
   building.node(1, 0);
   building.node(2, 0);
   building.wall(1.5, -1, 1.5, 1);
-  for (const double hostile : {kNaN, std::numeric_limits<double>::infinity(), 1e308, -1e308}) {
+  for (const double hostile :
+       {kNotANumber, std::numeric_limits<double>::infinity(), 1e308, -1e308}) {
     EXPECT_LE(closest(at(hostile, hostile)).size(), 2U);
     EXPECT_LE(closest(at(48.0, hostile), 1).size(), 1U);
   }

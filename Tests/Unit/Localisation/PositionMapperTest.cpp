@@ -8,14 +8,13 @@
 
 #include "MapperFixture.hpp"
 #include "Navigation/Obstacles/ObstacleDetector.hpp"
+#include "Support/Points.hpp"
 #include "Support/TextBuilding.hpp"
 
 // The place of the graph that a position is mapped to.
 
 namespace KorvaniTest {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 class PositionMapperTest : public MapperFixture {
  protected:
@@ -230,7 +229,7 @@ TEST_F(PositionMapperTest, StandsPositionsThatAreNotNumbers) {
   building.join(a, b);
   building.wall(1, -20, 1, 20);
   open();
-  EXPECT_EQ(mapper.intersect(*at(kNaN, kNaN)), nullptr);
+  EXPECT_EQ(mapper.intersect(*at(kNotANumber, kNotANumber)), nullptr);
   for (const double hostile : {std::numeric_limits<double>::infinity(), 1e308, -1e308}) {
     for (const auto& position : {at(hostile, hostile), at(48, hostile), at(hostile, 11)}) {
       const auto place = mapper.intersect(*position);
@@ -241,7 +240,7 @@ TEST_F(PositionMapperTest, StandsPositionsThatAreNotNumbers) {
 
 TEST_F(PositionMapperTest, StandsNeighboursWhoseCoordinatesAreNotNumbers) {
   const auto a = building.node(0, 0);
-  const auto broken = building.node({kNaN, 11});
+  const auto broken = building.node({kNotANumber, 11});
   building.join(a, broken, 5.0);
   EXPECT_TRUE(isNode(map(building.position(1, 0)), a));
 }

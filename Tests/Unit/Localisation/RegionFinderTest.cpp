@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "Support/FacadeFixture.hpp"
+#include "Support/Points.hpp"
 #include "Support/TextBuilding.hpp"
 
 namespace KorvaniTest {
@@ -18,7 +19,6 @@ using KorvaniPlatform::NotificationCenter;
 using RegionPtr = std::shared_ptr<KRVNavRegion>;
 using Regions = RegionFinder::Regions;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr std::int64_t kLowest = std::numeric_limits<std::int64_t>::min();
 constexpr std::int64_t kHighest = std::numeric_limits<std::int64_t>::max();
 
@@ -240,7 +240,7 @@ TEST_F(RegionFinderTest, CloseToStandsLevelsAtBothEndsOfTheIntegers) {
 TEST_F(RegionFinderTest, StandsCoordinatesThatAreNotNumbers) {
   const auto ground = square(0, 0, 0);
   const auto upper = square(1, 0, 0);
-  const CLLocationCoordinate2D nowhere{kNaN, kNaN};
+  const CLLocationCoordinate2D nowhere{kNotANumber, kNotANumber};
   EXPECT_EQ(containing({ground, upper}, nowhere), nullptr);
   EXPECT_EQ(closeTo({ground}, nowhere), nullptr);
   EXPECT_EQ(closeTo({ground, upper}, nowhere, 2), upper);

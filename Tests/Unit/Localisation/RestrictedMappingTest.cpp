@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "MapperFixture.hpp"
 #include "Navigation/Obstacles/ObstacleDetector.hpp"
+#include "Support/Points.hpp"
 
 // Mapping a position onto one node and its edges, and onto one segment.
 
@@ -12,8 +12,6 @@ namespace KorvaniTest {
 namespace {
 
 using KorvaniNavigation::ObstacleDetector;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 class MappingOntoANode : public MapperFixture {
  protected:
@@ -154,7 +152,7 @@ TEST_F(MappingOntoANode, KeepsTheWallsThatAreHeldWhenNoFootIsTested) {
 TEST_F(MappingOntoANode, StandsPositionsThatAreNotNumbers) {
   const auto node = building.node(0, 0);
   building.join(node, building.node(0, 10));
-  EXPECT_EQ(map(at(kNaN, kNaN), node), nullptr);
+  EXPECT_EQ(map(at(kNotANumber, kNotANumber), node), nullptr);
   const auto place = map(at(1e308, -1e308), node);
   EXPECT_TRUE(!place || place->node());
 }
@@ -243,10 +241,10 @@ TEST_F(MappingOntoASegment, StandsCoordinatesThatAreNotNumbers) {
   const auto onto = [&](CLLocationCoordinate2D position) {
     return mapper.findIntersectionOnSegmentBetween(start, end, position, true);
   };
-  EXPECT_EQ(onto({kNaN, kNaN}), nullptr);
-  EXPECT_EQ(onto({48, kNaN}), nullptr);
+  EXPECT_EQ(onto({kNotANumber, kNotANumber}), nullptr);
+  EXPECT_EQ(onto({48, kNotANumber}), nullptr);
   EXPECT_EQ(onto({1e308, 1e308}), nullptr);
-  end = at(kNaN, 11.0);
+  end = at(kNotANumber, 11.0);
   EXPECT_EQ(map(2, 6), nullptr);
 }
 

@@ -1,17 +1,15 @@
 #include "Navigation/Obstacles/DefaultObstacleDenier.hpp"
 
 #include <cmath>
-#include <limits>
 #include <memory>
 
 #include "DenierFixture.hpp"
+#include "Support/Points.hpp"
 
 namespace KorvaniTest {
 namespace {
 
 using KorvaniNavigation::DefaultObstacleDenier;
-
-constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
 /// Walls are at 5 m north. South of that is in front of the wall, north of it behind.
 class DefaultObstacleDenierTest : public DenierFixture {

@@ -1,7 +1,6 @@
 #include "Navigation/Obstacles/StrengthBasedObstacleDenier.hpp"
 
 #include <cmath>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -10,6 +9,7 @@
 
 #include "DenierFixture.hpp"
 #include "LoggedLines.hpp"
+#include "Support/Points.hpp"
 
 namespace KorvaniTest {
 namespace {
@@ -17,8 +17,6 @@ namespace {
 using KorvaniCommon::LogLevel;
 using KorvaniNavigation::StrengthBasedObstacleDenier;
 using Texts = std::vector<std::string>;
-
-constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
 class StrengthBasedObstacleDenierTest : public DenierFixture {
  protected:

@@ -3,11 +3,11 @@
 #include <limits>
 
 #include "KRVNavDijkstraFixture.hpp"
+#include "Support/Points.hpp"
 
 namespace KorvaniTest {
 namespace {
 
-constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 class KRVNavDijkstraUnusualInputTest : public LegacySearchTest {};

@@ -13,7 +13,7 @@
 namespace KorvaniPlatform {
 namespace {
 
-constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double kNoCoordinate = std::numeric_limits<double>::quiet_NaN();
 
 // The haversine formula taken apart, one rounding a line, in the order in which it is written.
 double haversineStepByStep(CLLocationCoordinate2D a, CLLocationCoordinate2D b) {
@@ -57,7 +57,7 @@ TEST(CLLocationCoordinate2D, EqualityIsExact) {
   EXPECT_EQ(door, (CLLocationCoordinate2D{48.1372, 11.5756}));
   EXPECT_NE(door, (CLLocationCoordinate2D{std::nextafter(48.1372, 49.0), 11.5756}));
   EXPECT_NE(door, (CLLocationCoordinate2D{48.1372, std::nextafter(11.5756, 12.0)}));
-  EXPECT_NE((CLLocationCoordinate2D{kNotANumber, 0}), (CLLocationCoordinate2D{kNotANumber, 0}));
+  EXPECT_NE((CLLocationCoordinate2D{kNoCoordinate, 0}), (CLLocationCoordinate2D{kNoCoordinate, 0}));
 }
 
 TEST(Angles, RadiansAreTheAngleTimesPiDividedBy180) {
@@ -126,8 +126,8 @@ TEST(GreatCircleDistance, CrossesTheDateLineTheShortWay) {
 }
 
 TEST(GreatCircleDistance, OfAPlaceThatIsNotANumberIsNotANumber) {
-  EXPECT_TRUE(std::isnan(greatCircleDistance({kNotANumber, 0}, {0, 0})));
-  EXPECT_TRUE(std::isnan(greatCircleDistance({0, 0}, {0, kNotANumber})));
+  EXPECT_TRUE(std::isnan(greatCircleDistance({kNoCoordinate, 0}, {0, 0})));
+  EXPECT_TRUE(std::isnan(greatCircleDistance({0, 0}, {0, kNoCoordinate})));
 }
 
 class CLLocationTest : public testing::Test {

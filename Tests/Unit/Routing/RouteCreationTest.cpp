@@ -16,10 +16,6 @@ using KorvaniNavigation::KRVNavEdge;
 using KorvaniNavigation::Route;
 using KorvaniNavigation::Step;
 
-PointPtr place(double north, double east, std::int64_t level = 0) {
-  return at(fromOrigin(north, east), level);
-}
-
 /// The route along plain edges of 10 m over these points, however far they are apart.
 Route routeOver(const std::vector<PointPtr>& points) {
   std::vector<std::shared_ptr<KRVNavEdge>> edges;
@@ -46,9 +42,9 @@ std::size_t stepsOfTurn(double firstBearing, double secondBearing) {
 }
 
 TEST(CreateRoute, MakesAStepOfEveryEdge) {
-  const auto a = place(0, 0);
-  const auto b = place(0, 10);
-  const auto c = place(8, 10, 1);
+  const auto a = pointFromOrigin(0, 0);
+  const auto b = pointFromOrigin(0, 10);
+  const auto c = pointFromOrigin(8, 10, 1);
   const auto first = std::make_shared<KRVNavEdge>(a, b, 12.5, 1.5, false, "ramp");
   const auto second = std::make_shared<KRVNavEdge>(b, c, 9.0, 2.0, true);
   const Route route = createRoute({first, second});
@@ -68,9 +64,9 @@ TEST(CreateRoute, MakesAStepOfEveryEdge) {
 }
 
 TEST(CreateRoute, CountsPointsLengthAndTime) {
-  const auto a = place(0, 0);
-  const auto b = place(0, 10);
-  const auto c = place(10, 10);
+  const auto a = pointFromOrigin(0, 0);
+  const auto b = pointFromOrigin(0, 10);
+  const auto c = pointFromOrigin(10, 10);
   const Route route = createRoute({std::make_shared<KRVNavEdge>(a, b, 12.0, 1.0, true),
                                    std::make_shared<KRVNavEdge>(b, c, 9.0, 2.0, true)});
   EXPECT_EQ(route.points(), (std::vector<PointPtr>{a, b, c}));
@@ -87,9 +83,9 @@ TEST(CreateRoute, MakesAnEmptyRouteOfNoEdges) {
 }
 
 TEST(CreateRoute, MergesAnEdgeThatRunsBackBehindTheStart) {
-  const auto a = place(0, 0);
-  const auto b = place(0, 10);
-  const auto behind = place(0, -4);
+  const auto a = pointFromOrigin(0, 0);
+  const auto b = pointFromOrigin(0, 10);
+  const auto behind = pointFromOrigin(0, -4);
   const Route route = routeOver({a, b, behind});
   ASSERT_EQ(route.steps().size(), 1U);
   const Step& step = route.steps()[0];
@@ -102,18 +98,27 @@ TEST(CreateRoute, MergesAnEdgeThatRunsBackBehindTheStart) {
 }
 
 TEST(CreateRoute, KeepsTwoEdgesInTheSameDirectionApart) {
-  EXPECT_EQ(routeOver({place(0, 0), place(0, 10), place(0, 20)}).steps().size(), 2U);
-  EXPECT_EQ(routeOver({place(0, 0), place(7, 10), place(14, 20)}).steps().size(), 2U);
+  EXPECT_EQ(routeOver({pointFromOrigin(0, 0), pointFromOrigin(0, 10), pointFromOrigin(0, 20)})
+                .steps()
+                .size(),
+            2U);
+  EXPECT_EQ(routeOver({pointFromOrigin(0, 0), pointFromOrigin(7, 10), pointFromOrigin(14, 20)})
+                .steps()
+                .size(),
+            2U);
 }
 
 TEST(CreateRoute, KeepsCornersApart) {
-  EXPECT_EQ(routeOver({place(0, 0), place(0, 10), place(10, 10)}).steps().size(), 2U);
+  EXPECT_EQ(routeOver({pointFromOrigin(0, 0), pointFromOrigin(0, 10), pointFromOrigin(10, 10)})
+                .steps()
+                .size(),
+            2U);
 }
 
 TEST(CreateRoute, GivesAMergedStepTheLaterEdgesProperties) {
-  const auto a = place(0, 0);
-  const auto b = place(0, 10);
-  const auto c = place(0, 4);
+  const auto a = pointFromOrigin(0, 0);
+  const auto b = pointFromOrigin(0, 10);
+  const auto c = pointFromOrigin(0, 4);
   const Route route = createRoute({std::make_shared<KRVNavEdge>(a, b, 10.0, 1.5, true, "ramp"),
                                    std::make_shared<KRVNavEdge>(b, c, 6.0, 3.0, false, "stairs")});
   ASSERT_EQ(route.steps().size(), 1U);
@@ -154,14 +159,22 @@ TEST(CreateRoute, MergesReversalsThatStayOnOneSideOfTheMeridian) {
 }
 
 TEST(CreateRoute, NeverMergesAfterAStepThatChangesTheLevel) {
-  EXPECT_EQ(routeOver({place(0, 0, 0), place(0, 10, 1), place(0, 4, 1)}).steps().size(), 2U);
-  EXPECT_EQ(routeOver({place(0, 0, 0), place(0, 10, 1), place(0, 4, 0)}).steps().size(), 2U);
+  EXPECT_EQ(
+      routeOver({pointFromOrigin(0, 0, 0), pointFromOrigin(0, 10, 1), pointFromOrigin(0, 4, 1)})
+          .steps()
+          .size(),
+      2U);
+  EXPECT_EQ(
+      routeOver({pointFromOrigin(0, 0, 0), pointFromOrigin(0, 10, 1), pointFromOrigin(0, 4, 0)})
+          .steps()
+          .size(),
+      2U);
 }
 
 TEST(CreateRoute, MergesAnEdgeThatChangesTheLevelIntoOneThatDoesNot) {
-  const auto a = place(0, 0, 0);
-  const auto above = place(0, 4, 1);
-  const Route route = routeOver({a, place(0, 10, 0), above, place(0, 9, 1)});
+  const auto a = pointFromOrigin(0, 0, 0);
+  const auto above = pointFromOrigin(0, 4, 1);
+  const Route route = routeOver({a, pointFromOrigin(0, 10, 0), above, pointFromOrigin(0, 9, 1)});
   ASSERT_EQ(route.steps().size(), 2U);
   EXPECT_EQ(route.steps()[0].start(), a);
   EXPECT_EQ(route.steps()[0].end(), above);
@@ -170,19 +183,19 @@ TEST(CreateRoute, MergesAnEdgeThatChangesTheLevelIntoOneThatDoesNot) {
 
 TEST(CreateRoute, ComparesTheNextEdgeWithTheMergedStep) {
   // East, back west beyond the start, and east again: each runs back on what is left of the former.
-  const auto a = place(0, 0);
-  const auto end = place(0, 20);
-  const Route back = routeOver({a, place(0, 10), place(0, -5), end});
+  const auto a = pointFromOrigin(0, 0);
+  const auto end = pointFromOrigin(0, 20);
+  const Route back = routeOver({a, pointFromOrigin(0, 10), pointFromOrigin(0, -5), end});
   ASSERT_EQ(back.steps().size(), 1U);
   EXPECT_EQ(back.steps()[0].start(), a);
   EXPECT_EQ(back.steps()[0].end(), end);
   // East and a little back is still east: the third edge runs on in that direction.
-  EXPECT_EQ(routeOver({a, place(0, 10), place(0, 5), end}).steps().size(), 2U);
+  EXPECT_EQ(routeOver({a, pointFromOrigin(0, 10), pointFromOrigin(0, 5), end}).steps().size(), 2U);
 }
 
 TEST(CreateRoute, MergesAWayThereAndBackIntoAStepOnTheSpot) {
-  const auto a = place(0, 0);
-  const Route route = routeOver({a, place(0, 10), a});
+  const auto a = pointFromOrigin(0, 0);
+  const Route route = routeOver({a, pointFromOrigin(0, 10), a});
   ASSERT_EQ(route.steps().size(), 1U);
   EXPECT_EQ(route.steps()[0].start(), a);
   EXPECT_EQ(route.steps()[0].end(), a);
@@ -191,7 +204,8 @@ TEST(CreateRoute, MergesAWayThereAndBackIntoAStepOnTheSpot) {
 
 TEST(CreateRoute, StandsCoordinatesThatAreNotNumbers) {
   const double nan = std::nan("");
-  EXPECT_EQ(routeOver({place(0, 0), at(nan, nan), place(0, 5)}).steps().size(), 2U);
+  EXPECT_EQ(routeOver({pointFromOrigin(0, 0), at(nan, nan), pointFromOrigin(0, 5)}).steps().size(),
+            2U);
 }
 
 }  // namespace

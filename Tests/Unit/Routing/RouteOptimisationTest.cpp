@@ -44,10 +44,6 @@ std::vector<PointPtr> pointsOf(const Edges& edges) {
   return points;
 }
 
-PointPtr place(double north, double east, std::int64_t level = 0) {
-  return at(fromOrigin(north, east), level);
-}
-
 ObstacleDetector detectorOf(std::vector<std::shared_ptr<KRVNavObstacle>> obstacles = {}) {
   return ObstacleDetector(std::move(obstacles), {});
 }
@@ -68,16 +64,16 @@ bool isCut(const PointPtr& a, const PointPtr& b, const PointPtr& c) {
 }
 
 TEST(CutCorners, ReturnsASingleEdgeAsItIs) {
-  const Edges single = way({place(0, 0), place(0, 5)});
+  const Edges single = way({pointFromOrigin(0, 0), pointFromOrigin(0, 5)});
   EXPECT_EQ(cutCorners(single, forbidden()), single);
 }
 
 TEST(CutCorners, ReturnsNothingForNothing) { EXPECT_TRUE(cutCorners({}, forbidden()).empty()); }
 
 TEST(CutCorners, MakesOneEdgeOfARightAngleFifteenMetresAcross) {
-  const auto a = place(0, 0);
-  const auto b = place(9, 0);
-  const auto c = place(9, 12);
+  const auto a = pointFromOrigin(0, 0);
+  const auto b = pointFromOrigin(9, 0);
+  const auto c = pointFromOrigin(9, 12);
   const auto first = std::make_shared<KRVNavEdge>(a, b, 9.0, 2.0, false, "ramp");
   const auto second = std::make_shared<KRVNavEdge>(b, c, 12.0, 3.0, true, "stairs");
   const Edges cut = cutCorners({first, second}, detectorOf());
@@ -93,16 +89,17 @@ TEST(CutCorners, MakesOneEdgeOfARightAngleFifteenMetresAcross) {
 }
 
 TEST(CutCorners, KeepsTheEarlierEdgesLackOfAType) {
-  const auto first = std::make_shared<KRVNavEdge>(place(0, 0), place(5, 0), 5.0, 1.0, true);
+  const auto first =
+      std::make_shared<KRVNavEdge>(pointFromOrigin(0, 0), pointFromOrigin(5, 0), 5.0, 1.0, true);
   const auto second =
-      std::make_shared<KRVNavEdge>(first->end(), place(5, 5), 5.0, 1.0, true, "stairs");
+      std::make_shared<KRVNavEdge>(first->end(), pointFromOrigin(5, 5), 5.0, 1.0, true, "stairs");
   const Edges cut = cutCorners({first, second}, detectorOf());
   ASSERT_EQ(cut.size(), 1U);
   EXPECT_EQ(cut[0]->type(), std::nullopt);
 }
 
 TEST(CutCorners, ChangesNeitherItsInputNorTheInputsEdges) {
-  const Edges input = way({place(0, 0), place(9, 0), place(9, 12)});
+  const Edges input = way({pointFromOrigin(0, 0), pointFromOrigin(9, 0), pointFromOrigin(9, 12)});
   const Edges copy = input;
   const auto end = input[0]->end();
   cutCorners(input, detectorOf());
@@ -111,8 +108,10 @@ TEST(CutCorners, ChangesNeitherItsInputNorTheInputsEdges) {
 }
 
 TEST(CutCorners, KeepsCornersMoreThanTwentyMetresAcross) {
-  EXPECT_FALSE(isCut(place(0, 0), place(12.3, 0), place(12.3, 16.4)));  // 20.5 m
-  EXPECT_TRUE(isCut(place(0, 0), place(11.7, 0), place(11.7, 15.6)));   // 19.5 m
+  EXPECT_FALSE(isCut(pointFromOrigin(0, 0), pointFromOrigin(12.3, 0),
+                     pointFromOrigin(12.3, 16.4)));  // 20.5 m
+  EXPECT_TRUE(isCut(pointFromOrigin(0, 0), pointFromOrigin(11.7, 0),
+                    pointFromOrigin(11.7, 15.6)));  // 19.5 m
 }
 
 TEST(CutCorners, CutsCornersExactlyTwentyMetresAcross) {
@@ -150,7 +149,8 @@ TEST(CutCorners, CutsTurnsOfExactlyTwentyDegrees) {
 TEST(CutCorners, KeepsTurnsOfLessThanTwentyDegreesToEitherSide) {
   const auto turn = [](double degrees) {
     const double radians = KorvaniPlatform::radians(degrees);
-    return isCut(place(0, 0), place(5, 0), place(5 + 5 * std::cos(radians), 5 * std::sin(radians)));
+    return isCut(pointFromOrigin(0, 0), pointFromOrigin(5, 0),
+                 pointFromOrigin(5 + 5 * std::cos(radians), 5 * std::sin(radians)));
   };
   EXPECT_FALSE(turn(0));
   EXPECT_FALSE(turn(19.9));
@@ -162,24 +162,26 @@ TEST(CutCorners, KeepsTurnsOfLessThanTwentyDegreesToEitherSide) {
 }
 
 TEST(CutCorners, KeepsACornerAroundAWall) {
-  const Edges around = way({place(0, 0), place(5, 0), place(5, 5)});
+  const Edges around = way({pointFromOrigin(0, 0), pointFromOrigin(5, 0), pointFromOrigin(5, 5)});
   EXPECT_EQ(cutCorners(around, wall(4, 1, 1, 4)), around);
   EXPECT_EQ(cutCorners(around, wall(6, 0, 6, 5)).size(), 1U);
 }
 
 TEST(CutCorners, KeepsCornersBetweenLevels) {
-  EXPECT_FALSE(isCut(place(0, 0, 0), place(5, 0, 0), place(5, 5, 1)));
-  EXPECT_FALSE(isCut(place(0, 0, 1), place(5, 0, 0), place(5, 5, 0)));
+  EXPECT_FALSE(isCut(pointFromOrigin(0, 0, 0), pointFromOrigin(5, 0, 0), pointFromOrigin(5, 5, 1)));
+  EXPECT_FALSE(isCut(pointFromOrigin(0, 0, 1), pointFromOrigin(5, 0, 0), pointFromOrigin(5, 5, 0)));
 }
 
 TEST(CutCorners, AsksForTheLevelsOfTheOuterEndsOnly) {
-  EXPECT_TRUE(isCut(place(0, 0, 0), place(5, 0, 1), place(5, 5, 0)));
+  EXPECT_TRUE(isCut(pointFromOrigin(0, 0, 0), pointFromOrigin(5, 0, 1), pointFromOrigin(5, 5, 0)));
 }
 
 TEST(CutCorners, ReturnsTheEdgesInWalkingOrder) {
   // Straight on, then a bend that is cut, then straight on for long.
-  const auto points = std::vector<PointPtr>{place(0, 0),  place(30, 0),  place(60, 0), place(65, 0),
-                                            place(65, 5), place(65, 40), place(65, 80)};
+  const auto points =
+      std::vector<PointPtr>{pointFromOrigin(0, 0),  pointFromOrigin(30, 0), pointFromOrigin(60, 0),
+                            pointFromOrigin(65, 0), pointFromOrigin(65, 5), pointFromOrigin(65, 40),
+                            pointFromOrigin(65, 80)};
   const Edges input = way(points);
   const Edges output = cutCorners(input, detectorOf());
   EXPECT_EQ(pointsOf(output), (std::vector<PointPtr>{points[0], points[1], points[2], points[4],
@@ -189,8 +191,9 @@ TEST(CutCorners, ReturnsTheEdgesInWalkingOrder) {
 }
 
 TEST(CutCorners, CollapsesABendOfShortEdgesIntoOneLine) {
-  const auto points = std::vector<PointPtr>{place(0, 0), place(3, 0), place(5.6, 1.5),
-                                            place(7.1, 4.1), place(7.1, 7.1)};
+  const auto points =
+      std::vector<PointPtr>{pointFromOrigin(0, 0), pointFromOrigin(3, 0), pointFromOrigin(5.6, 1.5),
+                            pointFromOrigin(7.1, 4.1), pointFromOrigin(7.1, 7.1)};
   Edges input = way(points);
   input.front()->setMultiplicator(4.0);
   const Edges output = cutCorners(input, detectorOf());
@@ -201,58 +204,75 @@ TEST(CutCorners, CollapsesABendOfShortEdgesIntoOneLine) {
 TEST(CutCorners, StopsCollapsingWhereTheLineWouldGetTooLong) {
   // Steps of a staircase on the ground, 7 m each: two of them are 9.9 m across, three 15.7 m,
   // four 19.8 m and five 25.2 m.
-  const auto points = std::vector<PointPtr>{place(0, 0),  place(7, 0),   place(7, 7),
-                                            place(14, 7), place(14, 14), place(21, 14)};
+  const auto points = std::vector<PointPtr>{pointFromOrigin(0, 0),   pointFromOrigin(7, 0),
+                                            pointFromOrigin(7, 7),   pointFromOrigin(14, 7),
+                                            pointFromOrigin(14, 14), pointFromOrigin(21, 14)};
   const Edges output = cutCorners(way(points), detectorOf());
   EXPECT_EQ(pointsOf(output), (std::vector<PointPtr>{points[0], points[1], points[5]}));
 }
 
 TEST(CutCorners, WorksFromTheLastEdgeToTheFirst) {
   // Either corner could be cut, and after it the other one no more.
-  const auto points =
-      std::vector<PointPtr>{place(0, 0), place(14, 0), place(14, 14), place(28, 14)};
+  const auto points = std::vector<PointPtr>{pointFromOrigin(0, 0), pointFromOrigin(14, 0),
+                                            pointFromOrigin(14, 14), pointFromOrigin(28, 14)};
   EXPECT_EQ(pointsOf(cutCorners(way(points), detectorOf())),
             (std::vector<PointPtr>{points[0], points[1], points[3]}));
 }
 
 TEST(CutCorners, CutsTheCornerBetweenAnEdgeAndALineThatItMade) {
   // The last corner is cut first; the first one is then one between an edge and a slanting line.
-  const auto points = std::vector<PointPtr>{place(0, 0), place(13, 0), place(13, 13), place(0, 13)};
+  const auto points = std::vector<PointPtr>{pointFromOrigin(0, 0), pointFromOrigin(13, 0),
+                                            pointFromOrigin(13, 13), pointFromOrigin(0, 13)};
   EXPECT_EQ(pointsOf(cutCorners(way(points), detectorOf())),
             (std::vector<PointPtr>{points[0], points[3]}));
 }
 
 TEST(CutCorners, GoesOnFromTheEdgeBeforeOneThatItKept) {
   // The last corner stays because of the wall; the first one is cut all the same.
-  const auto points = std::vector<PointPtr>{place(0, 0), place(5, 0), place(5, 5), place(10, 5)};
+  const auto points = std::vector<PointPtr>{pointFromOrigin(0, 0), pointFromOrigin(5, 0),
+                                            pointFromOrigin(5, 5), pointFromOrigin(10, 5)};
   EXPECT_EQ(pointsOf(cutCorners(way(points), wall(8, 2.9, 7, 3.1))),
             (std::vector<PointPtr>{points[0], points[2], points[3]}));
 }
 
 TEST(CutCorners, CollapsesAWayThereAndBackIntoNothing) {
-  const auto a = place(0, 0);
-  const Edges output = cutCorners(way({a, place(0, 5), a}), detectorOf());
+  const auto a = pointFromOrigin(0, 0);
+  const Edges output = cutCorners(way({a, pointFromOrigin(0, 5), a}), detectorOf());
   ASSERT_EQ(output.size(), 1U);
   EXPECT_EQ(output[0]->distance(), 0);
 }
 
 TEST(CutCorners, LooksForWallsOnlyWhenAllOtherTestsHavePassed) {
-  EXPECT_EQ(cutCorners(way({place(0, 0, 0), place(5, 0, 0), place(5, 5, 1)}), forbidden()).size(),
+  EXPECT_EQ(cutCorners(
+                way({pointFromOrigin(0, 0, 0), pointFromOrigin(5, 0, 0), pointFromOrigin(5, 5, 1)}),
+                forbidden())
+                .size(),
             2U);
-  EXPECT_EQ(cutCorners(way({place(0, 0), place(20, 0), place(20, 5)}), forbidden()).size(), 2U);
-  EXPECT_EQ(cutCorners(way({place(0, 0), place(5, 0), place(10, 1)}), forbidden()).size(), 2U);
+  EXPECT_EQ(cutCorners(way({pointFromOrigin(0, 0), pointFromOrigin(20, 0), pointFromOrigin(20, 5)}),
+                       forbidden())
+                .size(),
+            2U);
+  EXPECT_EQ(cutCorners(way({pointFromOrigin(0, 0), pointFromOrigin(5, 0), pointFromOrigin(10, 1)}),
+                       forbidden())
+                .size(),
+            2U);
 }
 
 TEST(CutCornersDeathTest, LooksForWallsBeforeItCuts) {
-  const Edges corner = way({place(0, 0), place(5, 0), place(5, 5)});
+  const Edges corner = way({pointFromOrigin(0, 0), pointFromOrigin(5, 0), pointFromOrigin(5, 5)});
   EXPECT_DEATH(cutCorners(corner, forbidden()), "fatal error: .*obstacle");
 }
 
 TEST(CutCorners, StandsCoordinatesThatAreNotNumbers) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
-  EXPECT_LE(cutCorners(way({place(0, 0), at(nan, nan), place(5, 5)}), detectorOf()).size(), 2U);
-  EXPECT_LE(cutCorners(way({place(0, 0), at(1e308, -1e308), at(nan, 11)}), wall(0, 1, 2, 3)).size(),
-            2U);
+  EXPECT_LE(
+      cutCorners(way({pointFromOrigin(0, 0), at(nan, nan), pointFromOrigin(5, 5)}), detectorOf())
+          .size(),
+      2U);
+  EXPECT_LE(
+      cutCorners(way({pointFromOrigin(0, 0), at(1e308, -1e308), at(nan, 11)}), wall(0, 1, 2, 3))
+          .size(),
+      2U);
 }
 
 // In a whole route.

@@ -16,15 +16,12 @@ using KorvaniNavigation::liesOnStep;
 using KorvaniNavigation::Step;
 using KorvaniNavigation::trimRoute;
 
-PointPtr place(double north, double east, std::int64_t level = 0) {
-  return at(fromOrigin(north, east), level);
-}
-
 class RouteProgressTest : public FacadeFixture {
  protected:
   /// Whether a place lies on a step of that length to the east.
   static bool isOn(double length, double along, double aside, std::int64_t level = 0) {
-    return liesOnStep(*place(aside, along, level), Step(place(0, 0), place(0, length), length));
+    return liesOnStep(*pointFromOrigin(aside, along, level),
+                      Step(pointFromOrigin(0, 0), pointFromOrigin(0, length), length));
   }
 
   /// A route over these points, with plain steps of 10 m.
@@ -36,10 +33,10 @@ class RouteProgressTest : public FacadeFixture {
     return Route(steps);
   }
 
-  const PointPtr a = place(0, 0);
-  const PointPtr b = place(0, 10);
-  const PointPtr c = place(10, 10);
-  const PointPtr d = place(10, 30);
+  const PointPtr a = pointFromOrigin(0, 0);
+  const PointPtr b = pointFromOrigin(0, 10);
+  const PointPtr c = pointFromOrigin(10, 10);
+  const PointPtr d = pointFromOrigin(10, 30);
 };
 
 TEST_F(RouteProgressTest, APlaceBetweenTheEndsLiesOnAStep) {
@@ -96,7 +93,7 @@ TEST_F(RouteProgressTest, NothingLiesOnAStepWithoutLengthUnlessItIsNearItsEnds) 
   EXPECT_FALSE(liesOnStep(*a, onTheSpot));
   config().setLevelHeight(0);
   EXPECT_TRUE(liesOnStep(*a, onTheSpot));
-  EXPECT_TRUE(liesOnStep(*place(0.4, 0), onTheSpot));
+  EXPECT_TRUE(liesOnStep(*pointFromOrigin(0.4, 0), onTheSpot));
 }
 
 TEST_F(RouteProgressTest, PlacesThatAreNotNumbersLieOnNoStep) {
@@ -110,7 +107,7 @@ TEST_F(RouteProgressTest, PlacesThatAreNotNumbersLieOnNoStep) {
 
 TEST_F(RouteProgressTest, TrimmingLetsTheRouteStartAtThePlace) {
   Route route({Step(a, b, 10.0, false, 2.5, "ramp"), Step(b, c, 10.0)});
-  const auto here = place(0, 4);
+  const auto here = pointFromOrigin(0, 4);
   EXPECT_TRUE(trimRoute(route, here));
   ASSERT_EQ(route.steps().size(), 2U);
   const Step& first = route.steps()[0];
@@ -129,7 +126,7 @@ TEST_F(RouteProgressTest, TrimmingLetsTheRouteStartAtThePlace) {
 
 TEST_F(RouteProgressTest, TrimmingDropsTheStepsBeforeThePlace) {
   Route route = routeOver({a, b, c, d});
-  EXPECT_TRUE(trimRoute(route, place(10, 20)));
+  EXPECT_TRUE(trimRoute(route, pointFromOrigin(10, 20)));
   ASSERT_EQ(route.steps().size(), 1U);
   EXPECT_EQ(route.steps()[0].end(), d);
 }
@@ -137,7 +134,7 @@ TEST_F(RouteProgressTest, TrimmingDropsTheStepsBeforeThePlace) {
 TEST_F(RouteProgressTest, TrimmingKeepsPointsAndTotalsOfTheWholeRoute) {
   Route route = routeOver({a, b, c, d});
   const Route whole = route;
-  trimRoute(route, place(10, 20));
+  trimRoute(route, pointFromOrigin(10, 20));
   EXPECT_EQ(route.points(), whole.points());
   EXPECT_EQ(route.totalDistance(), whole.totalDistance());
   EXPECT_EQ(route.travelTime(), whole.travelTime());
@@ -146,14 +143,14 @@ TEST_F(RouteProgressTest, TrimmingKeepsPointsAndTotalsOfTheWholeRoute) {
 
 TEST_F(RouteProgressTest, TrimmingLeavesNoStepWhenThePlaceIsOnNone) {
   Route route = routeOver({a, b, c, d});
-  EXPECT_FALSE(trimRoute(route, place(-5, 5)));
+  EXPECT_FALSE(trimRoute(route, pointFromOrigin(-5, 5)));
   EXPECT_TRUE(route.steps().empty());
   EXPECT_EQ(route.points().size(), 4U);
 }
 
 TEST_F(RouteProgressTest, TrimmingLeavesNoStepWhenThePlaceIsBeyondTheLastOne) {
   Route route = routeOver({a, b, c, d});
-  EXPECT_FALSE(trimRoute(route, place(10, 31)));
+  EXPECT_FALSE(trimRoute(route, pointFromOrigin(10, 31)));
 }
 
 TEST_F(RouteProgressTest, TrimmingARouteWithoutStepsFindsNothing) {
@@ -163,7 +160,7 @@ TEST_F(RouteProgressTest, TrimmingARouteWithoutStepsFindsNothing) {
 
 TEST_F(RouteProgressTest, TrimmingTakesTheFirstStepThatPassesThePlace) {
   Route route = routeOver({a, b, c, b, a});
-  EXPECT_TRUE(trimRoute(route, place(0, 3)));
+  EXPECT_TRUE(trimRoute(route, pointFromOrigin(0, 3)));
   ASSERT_EQ(route.steps().size(), 4U);
   EXPECT_EQ(route.steps()[0].end(), b);
 }
@@ -171,7 +168,7 @@ TEST_F(RouteProgressTest, TrimmingTakesTheFirstStepThatPassesThePlace) {
 TEST_F(RouteProgressTest, TrimmingKeepsAStepWhoseEndIsLessThanHalfAMetreAway) {
   config().setLevelHeight(0);
   Route route = routeOver({a, b, c});
-  const auto here = place(0, 10.3);
+  const auto here = pointFromOrigin(0, 10.3);
   EXPECT_TRUE(trimRoute(route, here));
   ASSERT_EQ(route.steps().size(), 2U);
   EXPECT_EQ(route.steps()[0].start(), here);
@@ -180,12 +177,12 @@ TEST_F(RouteProgressTest, TrimmingKeepsAStepWhoseEndIsLessThanHalfAMetreAway) {
 }
 
 TEST_F(RouteProgressTest, TrimmingRedecidesWhetherTheFirstStepChangesTheLevel) {
-  const auto above = place(0, 10, 1);
+  const auto above = pointFromOrigin(0, 10, 1);
   Route up = routeOver({a, above});
-  EXPECT_TRUE(trimRoute(up, place(0, 5, 1)));
+  EXPECT_TRUE(trimRoute(up, pointFromOrigin(0, 5, 1)));
   EXPECT_FALSE(up.steps()[0].levelChange());
   Route level = routeOver({a, b});
-  EXPECT_TRUE(trimRoute(level, place(0, 5, 1)));
+  EXPECT_TRUE(trimRoute(level, pointFromOrigin(0, 5, 1)));
   EXPECT_TRUE(level.steps()[0].levelChange());
 }
 
