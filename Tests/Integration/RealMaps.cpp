@@ -2,10 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include <filesystem>
-
 #include "Building/BuildingGraph.hpp"
 #include "Building/BuildingReader.hpp"
+#include "Support/Maps.hpp"
 #include "Support/PlaceFinder.hpp"
 #include "Support/RouteText.hpp"
 
@@ -17,14 +16,10 @@ using KorvaniTools::RouteAnswer;
 using KorvaniTools::Spot;
 
 void RealMaps::SetUp() {
-  const std::filesystem::path maps = KORVANI_MAPS_DIR;
-  if (!std::filesystem::exists(maps)) {
-    GTEST_SKIP() << "no maps at " << maps << "; set KORVANI_MAPS_DIR to their folder";
-  }
-  // A folder without this building is no reason to skip: reading it fails then.
+  SKIP_WITHOUT_MAPS();
   useThreads();
   config().setCheckDestinationsAgainstOwnWalls(true);
-  building_ = KorvaniTools::readBuilding(maps / file_);
+  building_ = KorvaniTools::readBuilding(mapFile(file_));
   KorvaniTools::provideGraph(KorvaniTools::makeGraph(*building_));
 }
 

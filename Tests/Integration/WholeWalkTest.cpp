@@ -11,6 +11,7 @@
 #include "Navigation/API/Tasks/SnappingTask.hpp"
 #include "Support/FacadeFixture.hpp"
 #include "Support/LevelNames.hpp"
+#include "Support/Maps.hpp"
 #include "Support/PlaceFinder.hpp"
 #include "Support/RouteSearch.hpp"
 
@@ -43,13 +44,10 @@ void PrintTo(const Errand& errand, std::ostream* out) {
 class WholeWalk : public FacadeFixture, public testing::WithParamInterface<Errand> {
  protected:
   void SetUp() override {
-    const std::filesystem::path maps = KORVANI_MAPS_DIR;
     std::filesystem::path file = std::filesystem::path(KORVANI_SOURCE_DIR) / GetParam().file;
     if (!exists(file)) {
-      if (!exists(maps)) {
-        GTEST_SKIP() << "no maps at " << maps << "; set KORVANI_MAPS_DIR to their folder";
-      }
-      file = maps / GetParam().file;
+      SKIP_WITHOUT_MAPS();
+      file = mapFile(GetParam().file);
     }
     config().setCheckDestinationsAgainstOwnWalls(true);
     building_ = KorvaniTools::readBuilding(file);

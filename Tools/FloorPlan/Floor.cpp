@@ -5,10 +5,10 @@
 namespace KorvaniTools {
 namespace {
 
-constexpr double kLeastArea = 0.01;  // square metres
-constexpr double kLeastWidth = 0.4;  // metres that people fit through
+constexpr double kLeastFloor = 0.01;   // square metres
+constexpr double kLeastPassage = 0.4;  // metres that people fit through
 constexpr double kMostWidth = 20.0;
-constexpr double kDoorTolerance = 0.5;  // metres from door to outline
+constexpr double kOutlineTolerance = 0.5;  // metres from door to outline
 
 bool contains(const std::vector<std::int64_t>& levels, std::int64_t level) {
   return std::binary_search(levels.begin(), levels.end(), level);
@@ -25,7 +25,7 @@ void addDoors(const FloorPlan& plan, const PlanLevels& levels, const LocalFrame&
     FloorDoor made;
     made.source = door.source;
     made.line = frame.metres(door.positions);
-    made.width = door.width > 0 ? std::clamp(door.width, kLeastWidth, kMostWidth) : 1.0;
+    made.width = door.width > 0 ? std::clamp(door.width, kLeastPassage, kMostWidth) : 1.0;
     made.key = door.node;
     made.stepFree = door.stepFree;
     made.at = made.line.front();
@@ -45,7 +45,7 @@ void addCells(const FloorPlan& plan, const PlanLevels& levels, const LocalFrame&
     if (!contains(on, floor.level)) continue;
     Geos::Polygon polygon = cellShape(cell, frame, geos);
     const bool first = on.front() == floor.level;  // one remark for all levels
-    if (!polygon.shape || geos.area(polygon.shape) < kLeastArea) {
+    if (!polygon.shape || geos.area(polygon.shape) < kLeastFloor) {
       if (first) remarks.push_back(cell.source + " has no area: left out");
       continue;
     }
@@ -59,9 +59,9 @@ bool anyDoorAt(const Floor& floor, const BoxIndex& doors, const FloorCell& cell,
     for (const GroundLine& ring : geos.ringsOf(polygon)) {
       const Shape outline = geos.line(ring);
       const BoundingBox box = boxOf(ring);
-      for (const std::size_t door : doors.near(box.low, box.high, kDoorTolerance)) {
+      for (const std::size_t door : doors.near(box.low, box.high, kOutlineTolerance)) {
         const Shape at = geos.point(floor.doors[door].line.front());
-        if (geos.distance(at, outline) <= kDoorTolerance) return true;
+        if (geos.distance(at, outline) <= kOutlineTolerance) return true;
       }
     }
   }

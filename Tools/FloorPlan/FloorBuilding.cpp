@@ -8,14 +8,13 @@
 namespace KorvaniTools {
 namespace {
 
-constexpr double kOnSpot = 0.02;       // metres from a door to an outline that it is drawn on
 constexpr double kOnLine = 0.3;        // metres from a door to a line that goes through it
 constexpr double kSameDoor = 0.1;      // metres
 constexpr double kOutdoors = 1.5;      // metres from a door to a line in front of it
-constexpr double kNoWall = 0.5;        // metres from a door without wall to the floors it joins
 constexpr double kStopReach = 3.0;     // metres from a lift to the floor in front of it
 constexpr double kAssumedReach = 5.0;  // metres from a room to floor that it may open to
 constexpr double kShared = 0.3;        // metres between outlines that count as one wall
+constexpr double kFacing = 0.15;       // metres by which outlines that face each other may slant
 constexpr double kMiddleClearance = 0.3;
 
 bool isFloor(CellKind kind) { return kind == CellKind::corridor || kind == CellKind::area; }
@@ -32,8 +31,10 @@ FloorBuilding::FloorBuilding(const FloorInput& input, std::int64_t level, PlanGr
       walls_(input.plan, floor_, input.geos),
       spaces_(makeSpaces(input.plan, floor_, input.geos)),
       lines_(graph, level, input.geos),
+      parts_(graph, level, input.drawnSources),
       earlier_(input.geos) {
   finder_.emplace(spaces_, geos_);
+  doorSides_.emplace(spaces_, *finder_, geos_);
   for (std::size_t i = 0; i < graph.nodes().size(); ++i) {
     const PlanGraph::Node& node = graph.nodes()[i];
     if (node.level == level) earlier_.insert(i, node.at, node.at);
@@ -50,11 +51,14 @@ void FloorBuilding::build() {
   noteShutCells();
   wallLines_ = walls_.lines();
   const FloorSight sight(geos_, wallLines_);
+  joinEntries(sight);
   joinOutdoors(sight);
+  noteAssumedDoors();
+  addPlaces(sight);
   for (const FloorSpace& space : spaces_) {
     const StepFree stepFree =
         space.cell && cellOf(space).stepFree == StepFree::no ? StepFree::no : StepFree::unknown;
-    joinSpace(space, sight, geos_, stepFree, graph_);
+    joinSpace(space, sight, geos_, stepFree, parts_, graph_);
   }
   joinLonelyStops(sight);
 }
@@ -75,36 +79,23 @@ bool FloorBuilding::entered(const FloorSpace& space) {
 }
 
 void FloorBuilding::openWalls() {
-  for (FloorDoor& door : floor_.doors) {
-    walls_.place(door);
-    walls_.open(door.gap);
-  }
+  for (FloorDoor& door : floor_.doors) sides_.push_back(open(door));
   report_.openedForLines +=
       walls_.openForLines(floor_, graph_, input_.drawnSources, report_.remarks);
 }
 
-void FloorBuilding::attachDoors() {
-  for (const FloorDoor& door : floor_.doors) attach(door, kOutdoors);
+std::vector<DoorSide> FloorBuilding::open(FloorDoor& door) {
+  walls_.place(door);
+  std::vector<DoorSide> sides = doorSides_->of(door);
+  doorSides_->deepen(door, sides);
+  walls_.open(door.gap);
+  return sides;
 }
 
-std::vector<std::size_t> FloorBuilding::sidesOf(const FloorDoor& door,
-                                                const SpaceFinder& finder) const {
-  if (!door.along) return finder.near(door.at, kNoWall);
-  std::set<std::size_t> sides;
-  for (const double side : {1.0, -1.0}) {
-    for (const double away : {0.3, 0.6, 1.0}) {
-      const GroundPoint at{door.at.x - side * away * door.along->y,
-                           door.at.y + side * away * door.along->x};
-      const auto space = finder.spaceAt(at);
-      if (!space) continue;
-      sides.insert(*space);
-      break;
-    }
+void FloorBuilding::attachDoors() {
+  for (std::size_t i = 0; i < floor_.doors.size(); ++i) {
+    attach(floor_.doors[i], sides_[i], kOutdoors);
   }
-  if (sides.size() < 2) {
-    for (const std::size_t space : finder.near(door.at, kOnSpot)) sides.insert(space);
-  }
-  return {sides.begin(), sides.end()};
 }
 
 std::size_t FloorBuilding::nodeOf(const FloorDoor& door, bool& onLine) {
@@ -141,21 +132,43 @@ bool FloorBuilding::inside(const FloorDoor& door, std::size_t space) const {
   return true;
 }
 
-void FloorBuilding::attach(const FloorDoor& door, double reach) {
-  const std::vector<std::size_t> sides = sidesOf(door, *finder_);
+void FloorBuilding::attach(const FloorDoor& door, const std::vector<DoorSide>& sides,
+                           double reach) {
   if (door.gap || sides.size() > 1) ++report_.doors;
-  if (sides.empty() || (sides.size() == 1 && !door.gap && inside(door, sides.front()))) return;
+  const bool nowhere = sides.size() == 1 && !door.gap && inside(door, sides.front().space);
+  if (sides.empty() || nowhere) return;
   bool onLine = false;
   const std::size_t node = nodeOf(door, onLine);
-  for (const std::size_t side : sides) {
-    const auto& items = spaces_[side].items;
-    const bool known = std::any_of(items.begin(), items.end(),
-                                   [&](const SpaceItem& item) { return item.node == node; });
-    if (known) continue;
-    SpaceItem item{node, graph_.nodes()[node].at, true, door.along, door.stepFree};
-    spaces_[side].items.push_back(item);
+  for (const DoorSide& side : sides) attach(door, node, side);
+  if (sides.size() == 1 && !onLine) outdoors_.push_back({node, &door, reach, false});
+}
+
+void FloorBuilding::attach(const FloorDoor& door, std::size_t node, const DoorSide& side) {
+  std::vector<SpaceItem>& items = spaces_[side.space].items;
+  const bool known = std::any_of(items.begin(), items.end(),
+                                 [&](const SpaceItem& item) { return item.node == node; }) ||
+                     std::any_of(entries_.begin(), entries_.end(), [&](const Entry& entry) {
+                       return entry.door == node && entry.space == side.space;
+                     });
+  if (known) return;
+  std::size_t reached = node;
+  if (side.entry) {
+    reached = nodeNear(*side.entry, kOnLine);
+    entries_.push_back({node, reached, side.space, &door});
   }
-  if (sides.size() == 1 && !onLine) outdoors_.push_back({node, door.stepFree, reach});
+  items.push_back({reached, graph_.nodes()[reached].at, true, door.along, door.stepFree});
+}
+
+void FloorBuilding::joinEntries(const FloorSight& sight) {
+  for (const Entry& entry : entries_) {
+    if (sight.clear(graph_.nodes()[entry.door].at, graph_.nodes()[entry.node].at)) {
+      graph_.addMade({entry.door, entry.node, ConnectionKind::door, entry.drawn->stepFree, false});
+      continue;
+    }
+    report_.remarks.push_back(entry.drawn->source +
+                              " has a wall between it and the floor beside it on level " +
+                              decimals(input_.levels.source(floor_.level)) + ": not joined");
+  }
 }
 
 bool FloorBuilding::mayAssumeDoor(const FloorSpace& space) const {
@@ -170,14 +183,25 @@ void FloorBuilding::assumeDoors() {
     if (!mayAssumeDoor(space)) continue;
     auto door = assumedDoor(space);
     if (!door) continue;
-    walls_.place(*door);
-    walls_.open(door->gap);
-    const std::size_t before = space.items.size();
-    attach(*door, kAssumedReach);
-    if (space.items.size() == before) continue;
-    ++report_.assumedDoors;
-    report_.remarks.push_back(cellOf(space).source + " has no door on level " +
-                              decimals(input_.levels.source(floor_.level)) + ": one was assumed");
+    door->source = cellOf(space).source;
+    assumed_.push_back({floor_.cells[*space.cell].cell, std::move(*door)});
+    FloorDoor& made = assumed_.back().door;
+    const std::vector<DoorSide> sides = open(made);
+    attach(made, sides, kAssumedReach);
+  }
+}
+
+// A door that leads nowhere is none.
+void FloorBuilding::noteAssumedDoors() {
+  for (const Assumed& assumed : assumed_) {
+    const bool shut = std::any_of(outdoors_.begin(), outdoors_.end(), [&](const Outdoor& door) {
+      return door.drawn == &assumed.door && !door.joined;
+    });
+    const std::string words = input_.plan.cells[assumed.cell].source + " has no door on level " +
+                              decimals(input_.levels.source(floor_.level));
+    report_.remarks.push_back(words +
+                              (shut ? ", and nothing to walk on is near" : ": one was assumed"));
+    if (!shut) ++report_.assumedDoors;
   }
 }
 
@@ -188,7 +212,7 @@ Shape FloorBuilding::surroundings(const FloorSpace& space) const {
   for (const FloorSpace& other : spaces_) {
     const bool floor = !other.cell || isFloor(cellOf(other).kind) || (lift && entered(other));
     if (&other == &space || !floor) continue;
-    if (geos_.distance(other.shape, space.shape) > kAssumedReach) continue;
+    if (geos_.distance(other.shape, space.shape) > kThickestWall - kFacing) continue;
     targets.push_back(geos_.copy(other.shape));
   }
   const BoundingBox box = boxOf(geos_.ringsOf(space.shape).front());
@@ -200,14 +224,17 @@ Shape FloorBuilding::surroundings(const FloorSpace& space) const {
   return geos_.united(std::move(targets));
 }
 
+// In the middle of the longest stretch that faces what people walk on.
 std::optional<FloorDoor> FloorBuilding::assumedDoor(const FloorSpace& space) const {
   const Shape target = surroundings(space);
   if (geos_.empty(target)) return std::nullopt;
   const Shape outline = geos_.line(geos_.ringsOf(space.shape).front());
+  const double away = geos_.distance(outline, target);
+  if (away > kAssumedReach) return std::nullopt;
+  const Shape facing = geos_.grown(target, std::max(kShared, away + kFacing));
   FloorDoor door;
   double longest = 0;
-  for (const GroundLine& stretch :
-       geos_.linesOf(geos_.common(outline, geos_.grown(target, kShared)))) {
+  for (const GroundLine& stretch : geos_.linesOf(geos_.common(outline, facing))) {
     for (std::size_t i = 0; i + 1 < stretch.size(); ++i) {
       const double length = groundDistance(stretch[i], stretch[i + 1]);
       if (length <= longest) continue;
@@ -215,12 +242,7 @@ std::optional<FloorDoor> FloorBuilding::assumedDoor(const FloorSpace& space) con
       door.line = {between(stretch[i], stretch[i + 1], 0.5)};
     }
   }
-  if (!door.line.empty()) return door;
-  const auto nearest = geos_.nearest(outline, target);
-  if (!nearest || groundDistance(nearest->first, nearest->second) > kAssumedReach) {
-    return std::nullopt;
-  }
-  door.line = {nearest->first};
+  if (door.line.empty()) return std::nullopt;
   return door;
 }
 
@@ -280,22 +302,59 @@ void FloorBuilding::addAreaMiddle(const FloorCell& cell) {
 
 void FloorBuilding::addMiddle(std::size_t space, std::size_t cell, const Shape& within) {
   if (middles_.contains(cell)) return;
-  const PlanCell& drawn = input_.plan.cells[cell];
-  std::optional<GroundPoint> at;
-  if (drawn.displayPoint) {
-    const GroundPoint shown = input_.frame.metres(*drawn.displayPoint);
+  const auto at = middleWithin(input_.plan.cells[cell], within);
+  if (at) middles_.emplace(cell, nodeInside(space, *at));
+}
+
+std::optional<GroundPoint> FloorBuilding::middleWithin(const PlanCell& cell,
+                                                       const Shape& within) const {
+  if (cell.displayPoint) {
+    const GroundPoint shown = input_.frame.metres(*cell.displayPoint);
     const Shape clear = geos_.grown(within, -kMiddleClearance);
-    if (!geos_.empty(clear) && geos_.intersects(geos_.point(shown), clear)) at = shown;
+    if (!geos_.empty(clear) && geos_.intersects(geos_.point(shown), clear)) return shown;
   }
-  if (!at) at = geos_.innerPoint(within);
-  if (!at) return;
-  const std::size_t node = graph_.addNode(floor_.level, *at);
-  middles_.emplace(cell, node);
-  spaces_[space].items.push_back({node, *at, false, std::nullopt, StepFree::unknown});
+  return geos_.innerPoint(within);
+}
+
+std::size_t FloorBuilding::nodeInside(std::size_t space, GroundPoint at) {
+  std::vector<SpaceItem>& items = spaces_[space].items;
+  for (const SpaceItem& item : items) {
+    if (groundDistance(item.at, at) <= kSameSpot) return item.node;
+  }
+  const std::size_t node = nodeNear(at, kSameSpot);
+  items.push_back({node, graph_.nodes()[node].at, false, std::nullopt, StepFree::unknown});
+  return node;
+}
+
+std::size_t FloorBuilding::nodeNear(GroundPoint at, double distance) {
+  for (const LevelLines::Spot& spot : lines_.near(at, distance)) {
+    if (isWalkedOn(graph_.drawn()[spot.drawn].kind)) return graph_.stopOn(spot.drawn, spot.share);
+  }
+  return graph_.addNode(floor_.level, at);
+}
+
+// Where no door and no line is in sight of a place, as in the arm of a winding hall, nobody would
+// be led there.
+void FloorBuilding::addPlaces(const FloorSight& sight) {
+  for (const PlanPlace& place : input_.plan.places) {
+    const auto levels = input_.levels.of(place.levels);
+    if (place.entrance || !std::binary_search(levels.begin(), levels.end(), floor_.level)) continue;
+    const GroundPoint at = input_.frame.metres(place.coordinate);
+    const auto space = finder_->spaceAt(at);
+    if (space && !isSeen(at, spaces_[*space], sight)) nodeInside(*space, at);
+  }
+}
+
+bool FloorBuilding::isSeen(GroundPoint at, const FloorSpace& space, const FloorSight& sight) const {
+  if (space.items.empty() && space.lineNodes.empty()) return true;  // no graph to be joined to
+  return std::any_of(space.items.begin(), space.items.end(),
+                     [&](const SpaceItem& item) { return sight.clear(item.at, at); }) ||
+         std::any_of(space.lineNodes.begin(), space.lineNodes.end(),
+                     [&](std::size_t node) { return sight.clear(graph_.nodes()[node].at, at); });
 }
 
 void FloorBuilding::joinOutdoors(const FloorSight& sight) {
-  for (const Outdoor& door : outdoors_) {
+  for (Outdoor& door : outdoors_) {
     const GroundPoint at = graph_.nodes()[door.node].at;
     for (const LevelLines::Spot& spot : lines_.near(at, door.reach)) {
       const PlanGraph::Edge& edge = graph_.drawn()[spot.drawn];
@@ -303,7 +362,8 @@ void FloorBuilding::joinOutdoors(const FloorSight& sight) {
           between(graph_.nodes()[edge.from].at, graph_.nodes()[edge.to].at, spot.share);
       if (!sight.clear(at, foot)) continue;
       const std::size_t stop = graph_.stopOn(spot.drawn, spot.share);
-      graph_.addMade({door.node, stop, ConnectionKind::door, door.stepFree, false});
+      graph_.addMade({door.node, stop, ConnectionKind::door, door.drawn->stepFree, false});
+      door.joined = true;
       break;
     }
   }

@@ -2,17 +2,20 @@
 
 /// Internal. Turns one level of a plan into graph and walls.
 
+#include <deque>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "FloorPlan/DoorSides.hpp"
 #include "FloorPlan/Floor.hpp"
 #include "FloorPlan/FloorSight.hpp"
 #include "FloorPlan/FloorSpaces.hpp"
 #include "FloorPlan/FloorWalls.hpp"
 #include "FloorPlan/LevelLines.hpp"
+#include "FloorPlan/LineParts.hpp"
 #include "FloorPlan/PlanBuilding.hpp"
 #include "FloorPlan/PlanGraph.hpp"
 #include "FloorPlan/Shafts.hpp"
@@ -50,20 +53,38 @@ class FloorBuilding {
   const std::set<std::size_t>& shutCells() const { return shut_; }
 
  private:
+  /// A door with floor on one side only.
   struct Outdoor {
     std::size_t node = 0;
-    StepFree stepFree = StepFree::unknown;
+    const FloorDoor* drawn = nullptr;
     double reach = 0;  ///< metres to a line in front of it
+    bool joined = false;
+  };
+
+  struct Assumed {
+    std::size_t cell = 0;  ///< of the plan
+    FloorDoor door;
+  };
+
+  /// The way through a wall that is drawn with its thickness.
+  struct Entry {
+    std::size_t door = 0;  ///< node
+    std::size_t node = 0;  ///< on the floor
+    std::size_t space = 0;
+    const FloorDoor* drawn = nullptr;
   };
 
   void openWalls();
+  std::vector<DoorSide> open(FloorDoor& door);
   void attachDoors();
   bool inside(const FloorDoor& door, std::size_t space) const;
-  void attach(const FloorDoor& door, double reach);
-  std::vector<std::size_t> sidesOf(const FloorDoor& door, const SpaceFinder& finder) const;
+  void attach(const FloorDoor& door, const std::vector<DoorSide>& sides, double reach);
+  void attach(const FloorDoor& door, std::size_t node, const DoorSide& side);
+  void joinEntries(const FloorSight& sight);
   std::size_t nodeOf(const FloorDoor& door, bool& onLine);
   std::optional<std::size_t> nodeOnSpot(GroundPoint at) const;
   void assumeDoors();
+  void noteAssumedDoors();
   bool mayAssumeDoor(const FloorSpace& space) const;
   Shape surroundings(const FloorSpace& space) const;
   std::optional<FloorDoor> assumedDoor(const FloorSpace& space) const;
@@ -72,6 +93,13 @@ class FloorBuilding {
   void addRoomMiddle(std::size_t space);
   void addAreaMiddle(const FloorCell& cell);
   void addMiddle(std::size_t space, std::size_t cell, const Shape& within);
+  std::optional<GroundPoint> middleWithin(const PlanCell& cell, const Shape& within) const;
+  /// A node that the space's graph has to reach. One that is there already serves as well.
+  std::size_t nodeInside(std::size_t space, GroundPoint at);
+  /// On a line that runs no farther than `distance` from there, else a new one.
+  std::size_t nodeNear(GroundPoint at, double distance);
+  void addPlaces(const FloorSight& sight);
+  bool isSeen(GroundPoint at, const FloorSpace& space, const FloorSight& sight) const;
   bool needsMiddle(const FloorSpace& space) const;
   void joinOutdoors(const FloorSight& sight);
   void joinLonelyStops(const FloorSight& sight);
@@ -89,10 +117,15 @@ class FloorBuilding {
   FloorWalls walls_;
   std::vector<FloorSpace> spaces_;
   LevelLines lines_;
+  LineParts parts_;
   std::optional<SpaceFinder> finder_;
-  BoxIndex earlier_;  ///< nodes of lines and shafts on the level
+  std::optional<DoorSides> doorSides_;
+  std::vector<std::vector<DoorSide>> sides_;  ///< of each of the floor's doors
+  BoxIndex earlier_;                          ///< nodes of lines and shafts on the level
   std::vector<std::size_t> doorNodes_;
   std::vector<Outdoor> outdoors_;
+  std::vector<Entry> entries_;
+  std::deque<Assumed> assumed_;
   std::map<std::size_t, std::size_t> middles_;  ///< plan's cell -> node
   std::set<std::size_t> shut_;
   std::vector<GroundLine> wallLines_;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Building/Building.hpp"
+#include "Support/Remarks.hpp"
 
 namespace KorvaniTools {
 
@@ -46,7 +47,7 @@ enum class StepFree { unknown, yes, no };
 struct PlanLevel {
   double level = 0;
   std::optional<std::string> name;
-  std::optional<std::string> source;  ///< what the source calls it, where that is not the number
+  std::optional<std::string> source;  ///< its short name, "EG" or "M"; used where it has no name
 };
 
 /// What a piece of floor is to somebody who walks.
@@ -106,7 +107,9 @@ struct PlanVertex {
 };
 
 /// A line to walk on. On one level it is floor, or steps and ramps within the level; on several
-/// levels it leads from one to the other, and which end is where follows from what it meets.
+/// levels it leads from one to the other, and which end is where follows from what it meets. A path
+/// on several levels is floor on each of them, unless it has an incline or its ends meet different
+/// levels: then it is a ramp.
 struct PlanLine {
   std::string source;
   ConnectionKind kind = ConnectionKind::path;
@@ -154,8 +157,7 @@ struct FloorPlan {
   std::vector<PlanLine> lines;
   std::vector<PlanShaft> shafts;
   std::vector<PlanPlace> places;
-  /// What the importer could not use, one sentence each with the source's ids.
-  std::vector<std::string> remarks;
+  Remarks remarks;  ///< what the importer could not use or had to guess
 };
 
 }  // namespace KorvaniTools

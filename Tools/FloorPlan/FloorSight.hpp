@@ -18,6 +18,9 @@ class FloorSight {
   /// does after rounding.
   bool clear(GroundPoint a, GroundPoint b) const;
 
+  /// Whether the point keeps clear of every wall in the same way.
+  bool clear(GroundPoint at) const;
+
  private:
   const Geos& geos_;
   std::optional<PreparedShape> walls_;
@@ -30,6 +33,9 @@ class SpaceSight {
 
   /// Whether the straight way lies in the space, 0.1 m of digitising aside, and is clear.
   bool sees(GroundPoint a, GroundPoint b) const;
+
+  /// Whether the point lies in the space, with the same tolerance, and at no wall.
+  bool holds(GroundPoint at) const;
 
  private:
   const Geos& geos_;

@@ -15,6 +15,7 @@ constexpr double kCornerTurn = 0.6;     // radians
 constexpr double kAtCorner = 0.1;
 constexpr double kLineGap = 1.0;
 constexpr double kShutTolerance = 0.75;
+constexpr double kPassingBy = 0.01;  // metres; what rounding may make of passing by
 
 struct Spot {
   std::size_t piece = 0;
@@ -200,28 +201,34 @@ std::size_t FloorWalls::openForLines(const Floor& floor, const PlanGraph& graph,
   std::vector<Shape> walls;
   for (const GroundLine& line : lines()) walls.push_back(geos_.line(line));
   if (walls.empty()) return 0;
-  const PreparedShape standing(geos_, geos_.united(std::move(walls)));
+  const Shape standing = geos_.united(std::move(walls));
+  const PreparedShape near(geos_, geos_.grown(standing, kPassingBy));
   const std::size_t before = gaps_.size();
   for (std::size_t i = 0; i < graph.drawn().size(); ++i) {
     const PlanGraph::Node& from = graph.nodes()[graph.drawn()[i].from];
     const PlanGraph::Node& to = graph.nodes()[graph.drawn()[i].to];
     if (from.level != floor.level || to.level != floor.level) continue;
     const Shape piece = geos_.segment(from.at, to.at);
-    if (!piece || !standing.intersects(piece)) continue;
-    const Shape crossings = geos_.common(standing.shape(), piece);
-    std::vector<Shape> shut;
+    if (!piece || !near.intersects(piece)) continue;
+    const Shape crossings = geos_.common(standing, piece);
+    openAt(withoutShutDoors(floor, crossings), drawnSources[i], remarks);
+    const Shape touching =
+        geos_.minus(geos_.common(near.shape(), piece), geos_.grown(crossings, kLineGap / 2));
+    openAt(withoutShutDoors(floor, touching), drawnSources[i], remarks);
+  }
+  return gaps_.size() - before;
+}
+
+Shape FloorWalls::withoutShutDoors(const Floor& floor, const Shape& crossings) const {
+  std::vector<Shape> shut;
+  if (!geos_.empty(crossings)) {
     for (const GroundPoint& door : floor.shutDoors) {
       Shape point = geos_.point(door);
       if (geos_.distance(point, crossings) <= kShutTolerance) shut.push_back(std::move(point));
     }
-    if (shut.empty()) {
-      openAt(crossings, drawnSources[i], remarks);
-    } else {
-      openAt(geos_.minus(crossings, geos_.grown(geos_.united(std::move(shut)), kShutTolerance)),
-             drawnSources[i], remarks);
-    }
   }
-  return gaps_.size() - before;
+  if (shut.empty()) return geos_.copy(crossings);
+  return geos_.minus(crossings, geos_.grown(geos_.united(std::move(shut)), kShutTolerance));
 }
 
 void FloorWalls::openAt(const Shape& crossing, const std::string& line,
@@ -234,8 +241,8 @@ void FloorWalls::openAt(const Shape& crossing, const std::string& line,
   }
   for (auto& [at, shape] : spots) {
     gaps_.push_back(geos_.grown(shape, kLineGap / 2));
-    remarks.push_back(line + " passes the wall of " + sourceAt(at) +
-                      " where no door is mapped: opened there");
+    remarks.push_back(line + " passes a wall where no door is mapped: opened there (" +
+                      sourceAt(at) + ")");
   }
 }
 

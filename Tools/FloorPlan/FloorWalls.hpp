@@ -24,8 +24,8 @@ class FloorWalls {
 
   void open(const Shape& gap);
 
-  /// Opens walls where drawn lines of the level pass them although no door is mapped, 1 m wide;
-  /// not where a door is that nobody gets through. Returns how many gaps were made.
+  /// Opens walls where drawn lines of the level pass or touch them although no door is mapped, 1 m
+  /// wide; not where a door is that nobody gets through. Returns how many gaps were made.
   std::size_t openForLines(const Floor& floor, const PlanGraph& graph,
                            const std::vector<std::string>& drawnSources,
                            std::vector<std::string>& remarks);
@@ -51,6 +51,7 @@ class FloorWalls {
   /// Outlines that a door at `at` may open, the nearest first.
   std::vector<Near> outlinesAt(GroundPoint at) const;
   void add(GroundLine line, bool closed, const std::string& source);
+  Shape withoutShutDoors(const Floor& floor, const Shape& crossings) const;
   void openAt(const Shape& crossing, const std::string& line, std::vector<std::string>& remarks);
   const std::string& sourceAt(GroundPoint at) const;
 

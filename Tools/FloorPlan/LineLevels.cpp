@@ -37,6 +37,24 @@ class Climb {
     bool certain = false;  ///< no other choice has as much evidence
   };
 
+  /// Whether it ends above its beginning.
+  bool comesBack() const {
+    const std::int64_t node = line_->vertices.front().node;
+    return node != 0 && node == line_->vertices.back().node;
+  }
+
+  /// The level of the climb that all evidence for its own levels names; absent when there is none,
+  /// or more than one.
+  std::optional<std::int64_t> onlyLevel(const std::map<std::int64_t, int>& evidence) const {
+    std::optional<std::int64_t> result;
+    for (const auto& [level, weight] : evidence) {
+      if (!may(level)) continue;
+      if (result) return std::nullopt;
+      result = level;
+    }
+    return result;
+  }
+
   /// The ends with the most evidence; of equals the longest climb from the first vertex up.
   Choice choose(const std::map<std::int64_t, int>& first,
                 const std::map<std::int64_t, int>& last) const {
@@ -77,8 +95,11 @@ class Resolver {
 
   std::vector<std::vector<LineTrack>> tracks() {
     tracks_.resize(plan_.lines.size());
-    placeFlatLines();
     placeShafts();
+    sortLines();
+    placePaths();
+    placeFlatStairs();
+    findOpenLines();
     placeClimbs();
     return std::move(tracks_);
   }
@@ -86,47 +107,88 @@ class Resolver {
  private:
   using Evidence = std::map<std::int64_t, int>;
 
-  void placeFlatLines() {
+  void sortLines() {
     for (std::size_t i = 0; i < plan_.lines.size(); ++i) {
       const PlanLine& line = plan_.lines[i];
       Levels levels = planLevels_.of(line.levels);
       if (levels.empty() || line.vertices.size() < 2) continue;
-      if (levels.size() > 1 && line.kind != ConnectionKind::path) {
-        climbs_.emplace(i, Climb(line, std::move(levels)));
-      } else if (levels.size() > 1) {
-        paths_.emplace(i, std::move(levels));
+      if (levels.size() > 1) {
+        addTall(i, std::move(levels));
+      } else if (isStairs(line.kind)) {
+        flatStairs_.emplace(i, levels.front());
       } else {
-        for (const PlanVertex& vertex : line.vertices) meet(vertex.node, levels.front());
-        tracks_[i].push_back(LineTrack(line.vertices.size(), levels.front()));
-      }
-    }
-    placePaths();
-    for (const auto& [i, climb] : climbs_) {
-      for (const PlanVertex& vertex : climb.line().vertices) {
-        if (vertex.node != 0) open_[vertex.node].insert(i);
+        placeOn(i, levels.front());
       }
     }
   }
 
-  // A path on several levels is floor on each of them, unless each end meets one level only.
+  /// Sorts in a line on several levels.
+  void addTall(std::size_t i, Levels levels) {
+    const PlanLine& line = plan_.lines[i];
+    if (line.kind == ConnectionKind::path && line.incline == 0) {
+      paths_.emplace(i, std::move(levels));
+    } else {
+      climbs_.emplace(i, Climb(line, std::move(levels)));
+    }
+  }
+
+  static bool isStairs(ConnectionKind kind) {
+    return kind == ConnectionKind::stairs || kind == ConnectionKind::escalator ||
+           kind == ConnectionKind::ladder;
+  }
+
+  void placeOn(std::size_t i, std::int64_t level) {
+    const PlanLine& line = plan_.lines[i];
+    for (const PlanVertex& vertex : line.vertices) meet(vertex.node, level);
+    tracks_[i].push_back(LineTrack(line.vertices.size(), level));
+  }
+
+  // All of them before any is placed: what a path may be on tells nothing about the next one.
   void placePaths() {
     for (const auto& [i, levels] : paths_) {
       const PlanLine& line = plan_.lines[i];
-      const auto first = only(levels, line.vertices.front().node);
-      const auto last = only(levels, line.vertices.back().node);
+      const auto first = only(levels, line.vertices.front());
+      const auto last = only(levels, line.vertices.back());
       if (first && last && *first != *last) climbs_.emplace(i, Climb(line, levels));
     }
     for (const auto& [i, levels] : paths_) {
       if (climbs_.contains(i)) continue;
-      const PlanLine& line = plan_.lines[i];
-      for (const std::int64_t level : levels) {
-        tracks_[i].push_back(LineTrack(line.vertices.size(), level));
-      }
+      for (const std::int64_t level : levels) placeOn(i, level);
     }
-    for (const auto& [i, levels] : paths_) {
-      if (climbs_.contains(i)) continue;
-      for (const PlanVertex& vertex : plan_.lines[i].vertices) {
-        for (const std::int64_t level : levels) meet(vertex.node, level);
+  }
+
+  // All ends before any is placed, so that their order does not matter.
+  void placeFlatStairs() {
+    for (const auto& [i, level] : flatStairs_) {
+      const PlanLine& line = plan_.lines[i];
+      const std::int64_t first = levelAt(line.vertices.front(), level);
+      const std::int64_t last = levelAt(line.vertices.back(), level);
+      if (first == last || (first != level && last != level)) continue;
+      climbs_.emplace(i, Climb(line, {std::min(first, last), std::max(first, last)}));
+      remarks_.push_back(line.source + " is drawn on " + named(level) +
+                         " alone and meets another level at an end: taken to lead to " +
+                         named(first == level ? last : first));
+    }
+    for (const auto& [i, level] : flatStairs_) {
+      if (!climbs_.contains(i)) placeOn(i, level);
+    }
+  }
+
+  /// The level of stairs at an end: their own, unless only lines of one other level are there.
+  std::int64_t levelAt(const PlanVertex& end, std::int64_t own) const {
+    const auto met = met_.find(end.node);
+    if (end.node == 0 || met == met_.end() || met->second.size() != 1) return own;
+    return around(end.coordinate).floor.contains(own) ? own : *met->second.begin();
+  }
+
+  std::string named(std::int64_t level) const {
+    return "level " + decimals(planLevels_.source(level));
+  }
+
+  void findOpenLines() {
+    for (const auto& [i, climb] : climbs_) {
+      for (const PlanVertex& vertex : climb.line().vertices) {
+        if (vertex.node != 0) open_[vertex.node].insert(i);
       }
     }
   }
@@ -153,11 +215,10 @@ class Resolver {
       const Climb::Choice choice = chosen(climb);
       place(i, climb, choice);
       // Of stairs that end above their beginning either end may be the lower one.
-      if (climb.line().vertices.front().node == climb.line().vertices.back().node) continue;
+      if (climb.comesBack()) continue;
       remarks_.push_back(climb.line().source + " leads to several levels, and nothing tells " +
-                         "which end is where: taken from level " +
-                         decimals(planLevels_.source(choice.first)) + " to level " +
-                         decimals(planLevels_.source(choice.last)));
+                         "which end is where: taken from " + named(choice.first) + " to " +
+                         named(choice.last));
     }
   }
 
@@ -180,8 +241,13 @@ class Resolver {
   }
 
   Climb::Choice chosen(const Climb& climb) const {
-    return climb.choose(evidence(climb, climb.line().vertices.front()),
-                        evidence(climb, climb.line().vertices.back()));
+    const Evidence first = evidence(climb, climb.line().vertices.front());
+    const Evidence last = evidence(climb, climb.line().vertices.back());
+    const auto level = climb.onlyLevel(first);
+    const bool flat = level && level == climb.onlyLevel(last) && !climb.comesBack();
+    const int score = flat ? std::min(first.at(*level), last.at(*level)) : 0;
+    if (score >= kMeetsLine) return {*level, *level, 2 * score, true};
+    return climb.choose(first, last);
   }
 
   Evidence evidence(const Climb& climb, const PlanVertex& end) const {
@@ -195,7 +261,7 @@ class Resolver {
       for (const std::int64_t level : shafts->second) evidence[level] += kMeetsCell;
     }
     addOpenLines(climb, end, evidence);
-    for (const std::int64_t level : around(end.coordinate)) evidence[level] += kMeetsCell;
+    for (const std::int64_t level : around(end.coordinate).told) evidence[level] += kMeetsCell;
     return evidence;
   }
 
@@ -211,7 +277,7 @@ class Resolver {
     }
   }
 
-  const std::set<std::int64_t>& around(Coordinate coordinate) const {
+  const LevelsHere& around(Coordinate coordinate) const {
     const std::pair key(coordinate.latitude, coordinate.longitude);
     const auto known = around_cache_.find(key);
     if (known != around_cache_.end()) return known->second;
@@ -219,9 +285,55 @@ class Resolver {
   }
 
   void place(std::size_t i, const Climb& climb, const Climb::Choice& choice) {
-    LineTrack track = levelsAlong(climb, choice);
-    for (std::size_t k = 0; k < track.size(); ++k) meet(climb.line().vertices[k].node, track[k]);
-    tracks_[i].push_back(std::move(track));
+    if (choice.first == choice.last) {
+      remarks_.push_back(climb.line().source + " is drawn on several levels and meets only " +
+                         named(choice.first) + ": kept on it");
+    }
+    for (LineTrack& track : flights(climb, choice)) {
+      for (std::size_t k = 0; k < track.size(); ++k) meet(climb.line().vertices[k].node, track[k]);
+      tracks_[i].push_back(std::move(track));
+    }
+  }
+
+  // One that no line meets on its way, and that has floor at both ends on every level that it
+  // passes, stands for flights one above the other.
+  std::vector<LineTrack> flights(const Climb& climb, const Climb::Choice& choice) const {
+    const LineTrack whole = levelsAlong(climb, choice);
+    const Levels stops = stopsBetween(climb, choice);
+    const bool stopsByItself = std::any_of(stops.begin(), stops.end(), [&](std::int64_t stop) {
+      return std::find(whole.begin(), whole.end(), stop) != whole.end();
+    });
+    const bool stacked = !stops.empty() && !stopsByItself &&
+                         std::all_of(stops.begin(), stops.end(), [&](std::int64_t stop) {
+                           return isFloorAt(climb.line().vertices.front(), stop) &&
+                                  isFloorAt(climb.line().vertices.back(), stop);
+                         });
+    if (!stacked) return {whole};
+    std::vector<LineTrack> tracks;
+    std::int64_t from = choice.first;
+    for (const std::int64_t to : stops) {
+      tracks.push_back(levelsAlong(climb, {from, to}));
+      from = to;
+    }
+    tracks.push_back(levelsAlong(climb, {from, choice.last}));
+    return tracks;
+  }
+
+  /// The levels that it passes, in its direction.
+  static Levels stopsBetween(const Climb& climb, const Climb::Choice& choice) {
+    Levels stops;
+    for (const std::int64_t level : climb.levels()) {
+      const auto [low, high] = std::minmax(choice.first, choice.last);
+      if (level > low && level < high) stops.push_back(level);
+    }
+    if (choice.last < choice.first) std::reverse(stops.begin(), stops.end());
+    return stops;
+  }
+
+  bool isFloorAt(const PlanVertex& end, std::int64_t level) const {
+    const auto met = met_.find(end.node);
+    const bool line = end.node != 0 && met != met_.end() && met->second.contains(level);
+    return line || around(end.coordinate).floor.contains(level);
   }
 
   // Vertices that another line meets on a level in between hold that level; between two that are
@@ -257,11 +369,15 @@ class Resolver {
     return result;
   }
 
-  std::optional<std::int64_t> only(const Levels& levels, std::int64_t node) const {
-    const auto met = met_.find(node);
-    if (met == met_.end()) return std::nullopt;
+  /// The one of `levels` that lines tell of at an end or, where no line ends, that floor and doors
+  /// do. A lift there leads to all of them.
+  std::optional<std::int64_t> only(const Levels& levels, const PlanVertex& end) const {
+    if (end.node != 0 && shafts_.contains(end.node)) return std::nullopt;
+    const auto met = met_.find(end.node);
+    const bool lines = end.node != 0 && met != met_.end();
+    const std::set<std::int64_t>& told = lines ? met->second : around(end.coordinate).told;
     std::optional<std::int64_t> result;
-    for (const std::int64_t level : met->second) {
+    for (const std::int64_t level : told) {
       if (!std::binary_search(levels.begin(), levels.end(), level)) continue;
       if (result) return std::nullopt;
       result = level;
@@ -280,10 +396,11 @@ class Resolver {
   std::vector<std::vector<LineTrack>> tracks_;
   std::map<std::size_t, Climb> climbs_;
   std::map<std::size_t, Levels> paths_;                    ///< on several levels
+  std::map<std::size_t, std::int64_t> flatStairs_;         ///< on one level
   std::map<std::int64_t, std::set<std::int64_t>> met_;     ///< levels of lines at a node
   std::map<std::int64_t, std::set<std::int64_t>> shafts_;  ///< where a lift at a node stops
   std::map<std::int64_t, std::set<std::size_t>> open_;     ///< climbs at a node
-  mutable std::map<std::pair<double, double>, std::set<std::int64_t>> around_cache_;
+  mutable std::map<std::pair<double, double>, LevelsHere> around_cache_;
 };
 
 }  // namespace

@@ -6,7 +6,7 @@
 namespace KorvaniTools {
 namespace {
 
-constexpr double kSameSpot = 0.01;  // metres
+constexpr double kSameVertex = 0.01;  // metres
 
 using Key = std::pair<std::int64_t, std::int64_t>;  // source node, level
 
@@ -31,7 +31,7 @@ class Network {
       const PlanVertex& a = line.vertices[k];
       const PlanVertex& b = line.vertices[k + 1];
       if (a.node == 0 || b.node == 0 || track[k] != track[k + 1]) continue;
-      if (groundDistance(frame_.metres(a.coordinate), frame_.metres(b.coordinate)) > kSameSpot) {
+      if (groundDistance(frame_.metres(a.coordinate), frame_.metres(b.coordinate)) > kSameVertex) {
         continue;
       }
       const Key first = representative({a.node, track[k]});
@@ -56,16 +56,18 @@ class Network {
   }
 
   void addLine(const PlanLine& line, const LineTrack& track) {
+    const bool slope = line.kind == ConnectionKind::path && track.front() != track.back();
+    const ConnectionKind kind = slope ? ConnectionKind::ramp : line.kind;
     std::size_t last = nodeOf(line.vertices[0], track[0]);
     for (std::size_t k = 1; k < line.vertices.size(); ++k) {
       const bool same = line.vertices[k].node == 0 && track[k] == graph_.nodes()[last].level &&
                         groundDistance(frame_.metres(line.vertices[k].coordinate),
-                                       graph_.nodes()[last].at) <= kSameSpot;
+                                       graph_.nodes()[last].at) <= kSameVertex;
       const std::size_t next = same ? last : nodeOf(line.vertices[k], track[k]);
       if (next == last) continue;
       const bool turned = line.oneway && line.backward;
-      const PlanGraph::Edge piece{turned ? next : last, turned ? last : next, line.kind,
-                                  line.stepFree, line.oneway};
+      const PlanGraph::Edge piece{turned ? next : last, turned ? last : next, kind, line.stepFree,
+                                  line.oneway};
       if (graph_.addDrawn(piece)) sources_.push_back(line.source);
       last = next;
     }

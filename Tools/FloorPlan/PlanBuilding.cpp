@@ -66,8 +66,8 @@ class LevelFinder {
     }
   }
 
-  std::set<std::int64_t> at(Coordinate coordinate) const {
-    std::set<std::int64_t> result;
+  LevelsHere at(Coordinate coordinate) const {
+    LevelsHere result;
     const GroundPoint at = frame_.metres(coordinate);
     const Shape point = geos_.point(at);
     for (const std::size_t i : cellIndex_.near(at, at, 0)) {
@@ -75,10 +75,13 @@ class LevelFinder {
       // A stairwell is on all of its levels, and tells nothing about the ends of its stairs.
       const bool tells =
           kind == CellKind::room || kind == CellKind::corridor || kind == CellKind::area;
-      if (tells && geos_.intersects(point, shapes_[i])) addLevels(plan_.cells[i].levels, result);
+      if (!(tells || kind == CellKind::stairs) || !geos_.intersects(point, shapes_[i])) continue;
+      addLevels(plan_.cells[i].levels, result.floor);
+      if (tells) addLevels(plan_.cells[i].levels, result.told);
     }
     for (const std::size_t i : doorIndex_.near(at, at, kAtDoor)) {
-      addLevels(plan_.doors[i].levels, result);
+      addLevels(plan_.doors[i].levels, result.told);
+      addLevels(plan_.doors[i].levels, result.floor);
     }
     return result;
   }

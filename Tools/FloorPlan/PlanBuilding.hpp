@@ -25,13 +25,15 @@ struct PlanReport {
   std::size_t openedForLines = 0;  ///< gaps where a drawn line passes a wall without a door
   std::size_t assumedDoors = 0;    ///< made by `PlanOptions::assumeDoors`
   std::vector<std::string> roomsWithoutDoor;  ///< sources of walled rooms nobody can enter
-  /// What could not be used or had to be guessed, one sentence each with the source's ids.
+  /// What could not be used or had to be guessed: one sentence each, which begins with the source,
+  /// as `Remarks` takes them.
   std::vector<std::string> remarks;
 };
 
 struct PlanOptions {
-  /// Gives each walled room without a door one of 1 m, where its outline is nearest to floor or
-  /// lines that people walk on. Off: nobody is sent to a door that nobody has mapped.
+  /// Gives each walled room without a door one of 1 m, amid the longest stretch of its outline
+  /// that faces floor, up to 0.45 m away, or lines that people walk on, up to 5 m away. Off: nobody
+  /// is sent to a door that nobody has mapped.
   bool assumeDoors = false;
 };
 
@@ -39,8 +41,9 @@ struct PlanOptions {
 /// Features are in the order of the plan, and the same plan gives the same building.
 ///
 /// - Lines are taken over as drawn, a node for each source node and level.
-/// - Rooms are entered through doors; open floor is crossed between doors, around its corners.
-///   Where lines run through a floor they are its graph, and doors are joined to them.
+/// - Rooms are entered through doors, through walls of up to 0.6 m; open floor is crossed between
+///   doors, around its corners. Where lines run through a floor they are its graph, and doors and
+///   stairs are joined to them.
 /// - Shafts and stairs join levels. Lengths of ways between levels count 3 m a level.
 /// - Walls are outlines and wall lines without the gaps of doors. Where a line passes a wall and
 ///   no door is mapped, a gap of 1 m is made, with a remark.

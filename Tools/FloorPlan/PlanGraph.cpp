@@ -3,12 +3,6 @@
 #include <algorithm>
 
 namespace KorvaniTools {
-namespace {
-
-constexpr double kSameSpot = 0.1;
-
-}  // namespace
-
 std::size_t PlanGraph::addNode(std::int64_t level, GroundPoint at) {
   nodes_.push_back({level, at});
   return nodes_.size() - 1;
@@ -75,6 +69,7 @@ void PlanGraph::addMade(const Edge& edge) {
 
 std::vector<PlanGraph::Edge> PlanGraph::edges() const {
   std::vector<Edge> result;
+  std::set<std::pair<std::size_t, std::size_t>> pieces;
   for (std::size_t i = 0; i < drawn_.size(); ++i) {
     const std::vector<std::size_t> stops = stopsOf(i);
     for (std::size_t k = 0; k + 1 < stops.size(); ++k) {
@@ -82,9 +77,12 @@ std::vector<PlanGraph::Edge> PlanGraph::edges() const {
       piece.from = stops[k];
       piece.to = stops[k + 1];
       result.push_back(piece);
+      pieces.insert(std::minmax(stops[k], stops[k + 1]));
     }
   }
-  result.insert(result.end(), made_.begin(), made_.end());
+  for (const Edge& edge : made_) {
+    if (!pieces.contains(std::minmax(edge.from, edge.to))) result.push_back(edge);
+  }
   return result;
 }
 

@@ -16,6 +16,9 @@
 
 namespace KorvaniTools {
 
+/// Metres between what people would not tell apart.
+inline constexpr double kSameSpot = 0.1;
+
 /// Nodes by index, and edges of two sorts: drawn ones, which may yet be stopped at, and made
 /// ones, of which there is one between two nodes.
 class PlanGraph {
@@ -55,7 +58,8 @@ class PlanGraph {
   /// Adds a made edge unless the two nodes are the same or have one.
   void addMade(const Edge& edge);
 
-  /// All edges, drawn ones cut at their stops, in the order of addition.
+  /// All edges, drawn ones cut at their stops, in the order of addition. A made edge between two
+  /// neighbouring stops is left out: the drawn line is there.
   std::vector<Edge> edges() const;
   bool hasEdges(std::size_t node) const;
 

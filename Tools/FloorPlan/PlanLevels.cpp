@@ -70,8 +70,7 @@ std::vector<LevelName> PlanLevels::names(const FloorPlan& plan) const {
     LevelName name{level, std::nullopt, decimals(source)};
     for (const PlanLevel& described : plan.levels) {
       if (described.level != source) continue;
-      name.name = described.name;
-      if (described.source) name.source = described.source;
+      name.name = described.name ? described.name : described.source;
       break;
     }
     names.push_back(std::move(name));

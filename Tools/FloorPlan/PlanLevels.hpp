@@ -35,7 +35,7 @@ class PlanLevels {
   /// Source level and whole level, ascending.
   const std::map<double, std::int64_t>& all() const { return levels_; }
 
-  /// Name and source of every used level, ascending.
+  /// Name of every used level, or else its short name, and its number in the source, ascending.
   std::vector<LevelName> names(const FloorPlan& plan) const;
 
  private:

@@ -31,6 +31,18 @@ std::optional<GroundPoint> stopAt(const FloorPlan& plan, const PlanShaft& shaft,
   return std::nullopt;
 }
 
+// Stairs that go on upwards from the room where others end meet them there.
+std::size_t nodeAt(const PlanShaft& shaft, std::int64_t level, GroundPoint at,
+                   const std::vector<ShaftStop>& stops, PlanGraph& graph) {
+  if (shaft.vertex) return graph.nodeAt(shaft.vertex->node, level, at);
+  for (const ShaftStop& stop : stops) {
+    const bool here =
+        stop.level == level && groundDistance(graph.nodes()[stop.node].at, at) < kSameSpot;
+    if (here) return stop.node;
+  }
+  return graph.nodeAt(0, level, at);
+}
+
 }  // namespace
 
 std::vector<ShaftStop> addShafts(const FloorPlan& plan, const PlanLevels& levels,
@@ -45,7 +57,7 @@ std::vector<ShaftStop> addShafts(const FloorPlan& plan, const PlanLevels& levels
       ShaftStop stop{i, level, 0, cellsOn(plan, shaft, levels, level)};
       const auto at = stopAt(plan, shaft, stop.cells, frame, geos);
       if (!at) continue;
-      stop.node = graph.nodeAt(shaft.vertex ? shaft.vertex->node : 0, level, *at);
+      stop.node = nodeAt(shaft, level, *at, stops, graph);
       ++made;
       if (last) {
         const bool down = shaft.oneway && shaft.backward;

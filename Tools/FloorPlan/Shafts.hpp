@@ -25,7 +25,8 @@ struct ShaftStop {
 
 /// Adds a node for each level where a shaft stops, and edges between successive ones. A stop is
 /// at the shaft's vertex, where lines that use it on that level are the same node; else in the
-/// middle of its cell. A shaft with neither is left out with a remark.
+/// middle of its cell, where several shafts share one node. A shaft with neither is left out with a
+/// remark.
 std::vector<ShaftStop> addShafts(const FloorPlan& plan, const PlanLevels& levels,
                                  const LocalFrame& frame, const Geos& geos, PlanGraph& graph,
                                  std::vector<std::string>& remarks);

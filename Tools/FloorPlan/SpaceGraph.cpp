@@ -16,7 +16,6 @@ constexpr double kWideFloor = 6.0;   // metres; wider floor has no middle to wal
 constexpr double kFrontOnWideFloor = 1.5;
 constexpr double kFrontApart = 0.6;
 constexpr double kStep = 0.1;
-constexpr double kOnOutline = 0.15;
 constexpr double kAtTriangle = 0.05;
 
 double cross(GroundPoint a, GroundPoint b, GroundPoint c) {
@@ -55,11 +54,10 @@ SpaceGraph::SpaceGraph(const FloorSpace& space, const SpaceSight& sight, const G
                        PlanGraph& graph)
     : space_(space), sight_(sight), geos_(geos), graph_(graph) {}
 
-void SpaceGraph::join(const std::vector<SpaceItem>& items, StepFree stepFree, bool linesRule) {
+void SpaceGraph::join(const std::vector<SpaceItem>& items, StepFree stepFree,
+                      const SpaceLines& lines) {
   addItems(items);
-  const std::size_t own = ends_.size();
-  addLines();
-  if (linesRule) fixed_.insert(ends_.begin() + static_cast<std::ptrdiff_t>(own), ends_.end());
+  addLines(lines);
   if (ends_.size() < 2) return;
   if (!straight(items)) {
     addFronts(items);
@@ -92,25 +90,36 @@ void SpaceGraph::addItems(const std::vector<SpaceItem>& items) {
   }
 }
 
-// The stops of drawn pieces are ends too, and joined as they are drawn.
-void SpaceGraph::addLines() {
-  std::map<std::size_t, std::size_t> points;
-  for (const std::size_t point : ends_) points.emplace(*points_[point].node, point);
-  const auto pointOf = [&](std::size_t node) {
-    const auto known = points.find(node);
-    if (known != points.end()) return known->second;
-    const std::size_t point = add(graph_.nodes()[node].at, node);
-    points.emplace(node, point);
-    ends_.push_back(point);
-    return point;
-  };
-  std::set<std::size_t> inside(space_.lineNodes.begin(), space_.lineNodes.end());
+void SpaceGraph::addLines(const SpaceLines& lines) {
+  const std::size_t own = ends_.size();
+  for (const std::size_t point : ends_) ofNodes_.emplace(*points_[point].node, point);
+  const std::set<std::size_t> inside(space_.lineNodes.begin(), space_.lineNodes.end());
   needed_ = ends_;
   for (const std::size_t node : inside) {
     const std::size_t known = ends_.size();
-    const std::size_t point = pointOf(node);
-    if (ends_.size() > known && !onOutline(spanner_.points()[point])) needed_.push_back(point);
+    const std::size_t point = endAt(node);
+    if (ends_.size() > known && lines.needed.contains(node)) needed_.push_back(point);
   }
+  addPieces(inside);
+  for (std::size_t i = 0; i < ends_.size(); ++i) {
+    const std::size_t node = *points_[ends_[i]].node;
+    if (i < own || !lines.amid.contains(node)) free_.push_back(ends_[i]);
+    const auto group = lines.groups.find(node);
+    if (i >= own && group != lines.groups.end()) fixed_.emplace(ends_[i], group->second);
+  }
+}
+
+std::size_t SpaceGraph::endAt(std::size_t node) {
+  const auto known = ofNodes_.find(node);
+  if (known != ofNodes_.end()) return known->second;
+  const std::size_t point = add(graph_.nodes()[node].at, node);
+  ofNodes_.emplace(node, point);
+  ends_.push_back(point);
+  return point;
+}
+
+// The stops of drawn pieces are ends too, and joined as they are drawn.
+void SpaceGraph::addPieces(const std::set<std::size_t>& inside) {
   std::set<std::size_t> pieces;
   for (const SpacePiece& piece : space_.pieces) pieces.insert(piece.drawn);
   for (const std::size_t drawn : pieces) {
@@ -119,21 +128,12 @@ void SpaceGraph::addLines() {
       const bool made = i > 0 || inside.contains(stops[i]);
       const bool madeNext = i + 2 < stops.size() || inside.contains(stops[i + 1]);
       if (!made || !madeNext) continue;
-      const Spanner::Pair pair = std::minmax(pointOf(stops[i]), pointOf(stops[i + 1]));
+      const Spanner::Pair pair = std::minmax(endAt(stops[i]), endAt(stops[i + 1]));
       if (pair.first == pair.second) continue;
       given_.insert(pair);
       drawn_.insert(pair);
     }
   }
-  free_ = ends_;
-}
-
-// What lies on the outline may well belong to the other side of a wall.
-bool SpaceGraph::onOutline(GroundPoint at) const {
-  const std::vector<GroundLine> rings = geos_.ringsOf(space_.shape);
-  return std::any_of(rings.begin(), rings.end(), [&](const GroundLine& ring) {
-    return geos_.distance(geos_.point(at), geos_.line(ring)) < kOnOutline;
-  });
 }
 
 bool SpaceGraph::straight(const std::vector<SpaceItem>& items) {
@@ -261,7 +261,10 @@ bool SpaceGraph::connect() {
 }
 
 bool SpaceGraph::sees(std::size_t a, std::size_t b) const {
-  if (fixed_.contains(a) && fixed_.contains(b)) return false;
+  const auto groupA = fixed_.find(a);
+  const auto groupB = fixed_.find(b);
+  const bool both = groupA != fixed_.end() && groupB != fixed_.end();
+  if (both && groupA->second == groupB->second) return false;
   return sight_.sees(spanner_.points()[a], spanner_.points()[b]);
 }
 

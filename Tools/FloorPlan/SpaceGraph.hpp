@@ -15,6 +15,15 @@
 
 namespace KorvaniTools {
 
+/// What is to be known of the drawn lines in a space.
+struct SpaceLines {
+  std::set<std::size_t> needed;  ///< nodes of lines that certainly lie in the space: to be joined
+  std::set<std::size_t> amid;    ///< nodes amid stairs: nothing leads to them from the floor
+  /// Nodes that hang together by the lines, with one number for all of them. Nothing is added
+  /// between those. Empty where the floor gets a graph of its own.
+  std::map<std::size_t, std::size_t> groups;
+};
+
 /// Joins what a space has to reach by edges across its floor.
 ///
 /// A room of few doors gets straight edges between its middle and its doors. On open floor, and
@@ -31,8 +40,7 @@ class SpaceGraph {
 
   /// Joins `items` with each other and with the drawn lines in the space.
   /// @param stepFree of the floor
-  /// @param linesRule whether drawn lines are the graph here: nothing is added between them
-  void join(const std::vector<SpaceItem>& items, StepFree stepFree, bool linesRule);
+  void join(const std::vector<SpaceItem>& items, StepFree stepFree, const SpaceLines& lines);
 
  private:
   struct Point {
@@ -43,12 +51,13 @@ class SpaceGraph {
 
   std::size_t add(GroundPoint at, std::optional<std::size_t> node);
   void addItems(const std::vector<SpaceItem>& items);
-  void addLines();
+  void addLines(const SpaceLines& lines);
+  std::size_t endAt(std::size_t node);
+  void addPieces(const std::set<std::size_t>& inside);
   bool straight(const std::vector<SpaceItem>& items);
   void addFronts(const std::vector<SpaceItem>& items);
   void addFront(std::size_t door, const SpaceItem& item, GroundPoint direction);
   double depthFrom(GroundPoint at, GroundPoint direction) const;
-  bool onOutline(GroundPoint at) const;
   void addFrontAt(std::size_t door, GroundPoint at);
   void addInwardFront(std::size_t door, const SpaceItem& item);
   void addCorners(double margin);
@@ -64,13 +73,15 @@ class SpaceGraph {
   PlanGraph& graph_;
   Spanner spanner_;
   std::vector<Point> points_;
-  std::vector<std::size_t> ends_;    ///< that are to be reached
-  std::vector<std::size_t> needed_;  ///< of those, the ones that certainly lie in the space
-  std::vector<std::size_t> free_;    ///< that candidates are made of
+  std::map<std::size_t, std::size_t> ofNodes_;  ///< node of the graph -> point
+  std::vector<std::size_t> ends_;               ///< that are to be reached
+  std::vector<std::size_t> needed_;             ///< of those, the ones that have to be joined
+  std::vector<std::size_t> free_;               ///< that candidates are made of
   std::vector<std::size_t> fronts_;
-  std::set<Spanner::Pair> given_;        ///< edges that are there whatever is seen
-  std::set<Spanner::Pair> drawn_;        ///< of those, the ones of drawn lines
-  std::set<std::size_t> fixed_;          ///< points of drawn lines, with nothing to add between
+  std::set<Spanner::Pair> given_;  ///< edges that are there whatever is seen
+  std::set<Spanner::Pair> drawn_;  ///< of those, the ones of drawn lines
+  /// Points of drawn lines by group, with nothing to add between those of one.
+  std::map<std::size_t, std::size_t> fixed_;
   std::vector<Spanner::Pair> triangle_;  ///< candidates across triangles
 };
 

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "Support/InputError.hpp"
+#include "Support/PlainText.hpp"
 #include "Support/Text.hpp"
 
 namespace KorvaniTools {
@@ -16,7 +17,7 @@ std::string coordinateText(Coordinate coordinate) {
   return decimals(coordinate.latitude) + ',' + decimals(coordinate.longitude);
 }
 
-std::string inQuotationMarks(std::string_view text) { return '"' + std::string(text) + '"'; }
+std::string inQuotationMarks(std::string_view text) { return '"' + plainLine(text) + '"'; }
 
 /// The numbers of `text` when it is nothing but numbers between commas.
 std::vector<double> numbersOf(std::string_view text) {
@@ -94,12 +95,12 @@ PlaceFinder::Matches PlaceFinder::namedOnLevel(std::string_view text) const {
   std::erase_if(matches, [&](const Place* place) { return place->level != *level; });
   if (matches.empty()) {
     std::string message =
-        inQuotationMarks(name) + " is not on " + levels_.words(*level) + "; it is on";
+        inQuotationMarks(name) + " is not on " + plainLine(levels_.words(*level)) + "; it is on";
     std::set<std::int64_t> others;
     for (const Place* place : everywhere) others.insert(place->level);
     const char* separator = " ";
     for (const std::int64_t other : others) {
-      message += separator + levels_.words(other);
+      message += separator + plainLine(levels_.words(other));
       separator = ", ";
     }
     throw InputError(message);
@@ -152,9 +153,10 @@ void PlaceFinder::refuseAmbiguous(std::string_view text, const Matches& matches)
     });
     message += "\n  ";
     if (onLevel == 1) {
-      message += place->name + '@' + std::to_string(place->level) + "  at " + coordinates;
+      message +=
+          plainLine(place->name) + '@' + std::to_string(place->level) + "  at " + coordinates;
     } else {
-      message += coordinates + "  on " + levels_.words(place->level);
+      message += coordinates + "  on " + plainLine(levels_.words(place->level));
     }
   }
   throw InputError(message);

@@ -102,6 +102,7 @@ struct ImportOptions {
   std::string name;         ///< empty: as the source says
   std::string connections;  ///< path of a connection table, or empty for the standard one
   bool assumeDoors = false;
+  bool allRemarks = false;
   bool quiet = false;
   std::string language;     ///< of names; empty: the standard one (imdf only)
   std::string attribution;  ///< imdf only

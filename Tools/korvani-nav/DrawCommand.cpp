@@ -1,9 +1,7 @@
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <iostream>
-#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -14,6 +12,7 @@
 #include "Drawing/DrawnRoute.hpp"
 #include "Drawing/Scene.hpp"
 #include "Drawing/SceneSvg.hpp"
+#include "Drawing/Viewer/DrawnWalk.hpp"
 #include "Drawing/Viewer/Timeline.hpp"
 #include "Drawing/Viewer/ViewerPage.hpp"
 #include "Navigation/API/Config.hpp"
@@ -89,66 +88,6 @@ std::optional<DrawnRoute> findRoute(const DrawOptions& options, const Building& 
                     frame);
 }
 
-/// Where the person of a walk was, level by level.
-std::vector<SceneTrack> tracksOf(const Timeline& timeline, const SceneFrame& frame) {
-  std::map<std::int64_t, SceneTrack> tracks;
-  for (const Moment& moment : timeline.moments) {
-    if (moment.operation == "position" && moment.raw) {
-      tracks[moment.raw->level].measured.push_back(frame.at(moment.raw->coordinate));
-    }
-    if (moment.operation == "snap" && moment.snapped) {
-      tracks[moment.snapped->level].snapped.push_back(frame.at(moment.snapped->coordinate));
-    }
-  }
-  std::vector<SceneTrack> result;
-  for (auto& [level, track] : tracks) {
-    track.level = level;
-    result.push_back(std::move(track));
-  }
-  return result;
-}
-
-/// The kind of connection by which the level is changed there, as far as the map shows it.
-ConnectionSymbol symbolAt(const Scene& scene, std::int64_t level, ScenePoint at) {
-  const SceneLevel* found = scene.find(level);
-  if (found == nullptr) return ConnectionSymbol::path;
-  for (const SceneConnection& connection : found->connections) {
-    if (std::hypot(connection.at.x - at.x, connection.at.y - at.y) < 0.5) return connection.symbol;
-  }
-  return ConnectionSymbol::path;
-}
-
-/// The first route of a walk, without arrows.
-std::optional<DrawnRoute> routeOf(const Timeline& timeline, const Scene& scene,
-                                  const LevelNames& levels) {
-  if (timeline.routes.empty() || timeline.routes.front().points.empty()) return {};
-  const TimelineRoute& route = timeline.routes.front();
-  DrawnRoute drawn;
-  const auto at = [&](const TimelinePoint& point) { return scene.frame.at(point.coordinate); };
-  for (std::size_t i = 1; i < route.points.size(); ++i) {
-    const TimelinePoint& from = route.points[i - 1];
-    const TimelinePoint& to = route.points[i];
-    if (from.level != to.level) {
-      drawn.changes.push_back({from.level, to.level, at(from), at(to),
-                               symbolAt(scene, from.level, at(from)), "",
-                               "to " + levels.words(to.level)});
-      continue;
-    }
-    const bool begins = i == 1 || route.points[i - 2].level != from.level;
-    if (begins) drawn.legs.push_back({from.level, {at(from)}});
-    drawn.legs.back().line.push_back(at(to));
-  }
-  const TimelinePoint& start = route.points.front();
-  const TimelinePoint& end = route.points.back();
-  drawn.start = {start.level, at(start), "the start"};
-  drawn.destination = {end.level, at(end), route.destination};
-  drawn.distance = route.distance;
-  drawn.travelTime = route.distance / KorvaniNavigation::Route::kWalkingSpeed;
-  drawn.direct = route.direct;
-  for (const Instruction& each : route.instructions) drawn.instructions.push_back(each.text);
-  return drawn;
-}
-
 std::string written(const DrawOptions& options, Picture picture, const Building& building,
                     Scene& scene) {
   std::optional<Timeline> timeline;
@@ -162,7 +101,7 @@ std::string written(const DrawOptions& options, Picture picture, const Building&
   }
   if (timeline) {
     scene.tracks = tracksOf(*timeline, scene.frame);
-    scene.route = routeOf(*timeline, scene, LevelNames(building));
+    scene.route = firstRoute(*timeline, scene.frame);
   }
   SceneSvgOptions drawing;
   drawing.level = levelOf(options.level, LevelNames(building));

@@ -14,6 +14,8 @@
 #include "Import/Imdf/ImdfReader.hpp"
 #include "Import/Osm/OsmReader.hpp"
 #include "Support/InputError.hpp"
+#include "Support/PlainText.hpp"
+#include "Support/Remarks.hpp"
 #include "Support/Text.hpp"
 #include "korvani-nav/Commands.hpp"
 #include "korvani-nav/Output.hpp"
@@ -22,11 +24,6 @@ namespace KorvaniTools {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// How many features a line of the summary names.
-constexpr std::size_t kNamed = 5;
-/// How many remarks the summary shows.
-constexpr std::size_t kRemarks = 20;
 
 [[noreturn]] void refuseBox(const std::string& text) {
   throw InputError("--bbox: found " + text +
@@ -73,7 +70,8 @@ FloorPlan readPlan(const ImportOptions& options) {
 }
 
 std::string fact(const std::string& name, const std::string& value) {
-  return "  " + name + std::string(13 - std::min<std::size_t>(12, name.size()), ' ') + value + '\n';
+  return "  " + name + std::string(13 - std::min<std::size_t>(12, name.size()), ' ') +
+         plainLine(value) + '\n';
 }
 
 /// "-1 to 3", or what each level became when that is not itself.
@@ -92,12 +90,22 @@ std::string levelsText(const std::vector<PlanReport::Level>& levels) {
          std::to_string(levels.back().level);
 }
 
-std::string named(const std::vector<std::string>& sources) {
+/// What reading and building remarked, alike remarks in one line.
+std::string remarksText(const FloorPlan& plan, const PlanReport& report, std::size_t named) {
+  Remarks remarks = plan.remarks;
+  for (const std::string& remark : report.remarks) remarks.addSentence(remark);
   std::string text;
-  for (std::size_t i = 0; i < std::min(kNamed, sources.size()); ++i) {
-    text += (i == 0 ? "" : ", ") + sources[i];
-  }
-  return sources.size() > kNamed ? text + ", ..." : text;
+  for (const std::string& sentence : remarks.sentences(named)) text += fact("remark", sentence);
+  return text;
+}
+
+std::string shutRoomsText(const PlanReport& report, std::size_t named) {
+  constexpr Remarks::Kind kShut{"room", "rooms"};
+  Remarks rooms;
+  for (const std::string& room : report.roomsWithoutDoor) rooms.add(kShut, room);
+  std::string text;
+  for (const std::string& sentence : rooms.sentences(named)) text += fact("no door", sentence);
+  return text;
 }
 
 std::string placesText(const Building& building) {
@@ -107,8 +115,9 @@ std::string placesText(const Building& building) {
          counted(static_cast<std::size_t>(entrances), "entrance", "entrances") + ")";
 }
 
-std::string summary(const FloorPlan& plan, const Building& building, const PlanReport& report) {
-  std::string text = building.name.value_or("A building without a name") + '\n';
+std::string summary(const FloorPlan& plan, const Building& building, const PlanReport& report,
+                    std::size_t named) {
+  std::string text = plainLine(building.name.value_or("A building without a name")) + '\n';
   text += fact("levels", levelsText(report.levels));
   text += fact("nodes", std::to_string(building.nodes.size()) + " (" +
                             std::to_string(report.lineNodes) + " of lines, " +
@@ -121,19 +130,7 @@ std::string summary(const FloorPlan& plan, const Building& building, const PlanR
                                  : " and " + std::to_string(report.assumedDoors) + " assumed"));
   text += fact("places", placesText(building));
   text += fact("rooms", std::to_string(building.rooms.size()));
-  if (!report.roomsWithoutDoor.empty()) {
-    text += fact("no door", counted(report.roomsWithoutDoor.size(), "room", "rooms") + ": " +
-                                named(report.roomsWithoutDoor));
-  }
-  std::vector<std::string> remarks = plan.remarks;
-  remarks.insert(remarks.end(), report.remarks.begin(), report.remarks.end());
-  for (std::size_t i = 0; i < std::min(kRemarks, remarks.size()); ++i) {
-    text += fact("remark", remarks[i]);
-  }
-  if (remarks.size() > kRemarks) {
-    text += fact("", "and " + counted(remarks.size() - kRemarks, "more remark", "more remarks"));
-  }
-  return text;
+  return text + shutRoomsText(report, named) + remarksText(plan, report, named);
 }
 
 /// A slip of the hand must not cost the map.
@@ -159,7 +156,8 @@ int runImport(const ImportOptions& options) {
   // What cannot be read again is not worth a file.
   const Building building = parseBuilding(text, options.output);
   writeOutput(text, options.output);
-  if (!options.quiet) std::cerr << summary(plan, building, report);
+  const std::size_t named = options.allRemarks ? Remarks::kAll : Remarks::kNamed;
+  if (!options.quiet) std::cerr << summary(plan, building, report, named);
   return kExitOk;
 }
 

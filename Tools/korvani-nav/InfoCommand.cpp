@@ -6,6 +6,7 @@
 #include "Building/BuildingFigures.hpp"
 #include "Building/BuildingReader.hpp"
 #include "Support/LevelNames.hpp"
+#include "Support/PlainText.hpp"
 #include "Support/Text.hpp"
 #include "korvani-nav/Commands.hpp"
 #include "korvani-nav/Output.hpp"
@@ -43,7 +44,7 @@ std::string levelTable(const BuildingFigures& figures, const LevelNames& names,
   std::vector<Row> rows{{"level", "name", "regions", "nodes", "edges", "to other levels",
                          "obstacles", "places", "rooms"}};
   for (const auto& [level, of] : figures.levels) {
-    rows.push_back({std::to_string(level), names.name(level), std::to_string(of.regions),
+    rows.push_back({std::to_string(level), plainLine(names.name(level)), std::to_string(of.regions),
                     std::to_string(of.nodes), std::to_string(of.edges),
                     std::to_string(of.connections), std::to_string(of.obstacles),
                     std::to_string(of.places), std::to_string(of.rooms)});
@@ -52,7 +53,7 @@ std::string levelTable(const BuildingFigures& figures, const LevelNames& names,
 }
 
 std::string fact(const std::string& name, const std::string& value, const Style& style) {
-  return "  " + style.faint(name + padding(13, name)) + value + '\n';
+  return "  " + style.faint(name + padding(13, name)) + plainLine(value) + '\n';
 }
 
 std::string edgesText(const Building& building, const BuildingFigures& figures) {
@@ -108,7 +109,7 @@ std::string summaryText(const ReadSummary& summary, const Style& style) {
 
 std::string infoText(const std::string& file, const Building& building, const Style& style) {
   const BuildingFigures figures = figuresOf(building);
-  std::string text = style.heading(building.name.value_or(file)) + "\n\n";
+  std::string text = style.heading(plainLine(building.name.value_or(file))) + "\n\n";
   text += fact("levels", std::to_string(figures.levels.size()), style);
   text += fact("regions", std::to_string(building.regions.size()), style);
   text += fact("nodes", std::to_string(building.nodes.size()), style);

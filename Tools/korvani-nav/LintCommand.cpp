@@ -9,6 +9,7 @@
 #include "Lint/LintJson.hpp"
 #include "Support/InputError.hpp"
 #include "Support/LevelNames.hpp"
+#include "Support/PlainText.hpp"
 #include "Support/Text.hpp"
 #include "korvani-nav/Commands.hpp"
 #include "korvani-nav/Output.hpp"
@@ -39,12 +40,12 @@ std::string findingText(const LintFinding& finding, const Style& style) {
       origin += " and " + counted(finding.at.size() - 1, "more spot", "more spots");
     }
   }
-  return "  " + severityWord(finding.severity, style) + "  " + finding.message + "\n           " +
-         style.faint(origin) + '\n';
+  return "  " + severityWord(finding.severity, style) + "  " + plainLine(finding.message) +
+         "\n           " + style.faint(origin) + '\n';
 }
 
 std::string levelHeading(const LintFinding& finding, const LevelNames& levels) {
-  return finding.levels.empty() ? "building" : levels.words(finding.levels.front());
+  return finding.levels.empty() ? "building" : plainLine(levels.words(finding.levels.front()));
 }
 
 std::string summaryText(const Findings& findings) {
@@ -58,7 +59,7 @@ std::string summaryText(const Findings& findings) {
 std::string lintText(const Findings& findings, const Building& building, const std::string& file,
                      const Style& style) {
   const LevelNames levels(building);
-  std::string text = style.heading(building.name.value_or(file)) + '\n';
+  std::string text = style.heading(plainLine(building.name.value_or(file))) + '\n';
   std::string heading;
   for (const LintFinding& finding : findings) {
     const std::string level = levelHeading(finding, levels);
@@ -67,7 +68,8 @@ std::string lintText(const Findings& findings, const Building& building, const s
     text += findingText(finding, style);
   }
   text += '\n' + summaryText(findings) + '\n';
-  if (building.attribution) text += style.faint("map data: " + *building.attribution) + '\n';
+  if (building.attribution)
+    text += style.faint("map data: " + plainLine(*building.attribution)) + '\n';
   return text;
 }
 

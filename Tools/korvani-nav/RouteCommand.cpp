@@ -10,6 +10,7 @@
 #include "Support/ConfigSettings.hpp"
 #include "Support/LevelNames.hpp"
 #include "Support/PlaceFinder.hpp"
+#include "Support/PlainText.hpp"
 #include "Support/RouteSearch.hpp"
 #include "Support/RouteText.hpp"
 #include "Support/Text.hpp"
@@ -49,7 +50,7 @@ struct Result {
 };
 
 std::string spotWords(const Spot& spot, const LevelNames& levels) {
-  return spot.name + " (" + levels.words(spot.level) + ')';
+  return plainLine(spot.name + " (" + levels.words(spot.level) + ')');
 }
 
 std::string destinationsWords(const Result& result) {
@@ -79,7 +80,7 @@ std::string instructionsText(const Result& result, const Style& style) {
   for (std::size_t i = 0; i < told.size(); ++i) {
     const std::string number = std::to_string(i + 1);
     const std::string indent(2 + digits - number.size(), ' ');
-    text += style.faint(indent + number + '.') + ' ' + told[i].text + '\n';
+    text += style.faint(indent + number + '.') + ' ' + plainLine(told[i].text) + '\n';
   }
   return text;
 }
@@ -103,8 +104,9 @@ std::string noWayText(const Result& result, const Style& style) {
 std::string arrivedText(const Result& result) {
   if (!result.arrivedElsewhere()) return "you are already there\n";
   const bool above = result.destination().level > result.start.level;
-  return "you are already there but for the level: " + result.destination().name + " is right " +
-         (above ? "above" : "below") + ", on " + result.levels.words(result.destination().level) +
+  return plainLine("you are already there but for the level: " + result.destination().name +
+                   " is right " + (above ? "above" : "below") + ", on " +
+                   result.levels.words(result.destination().level)) +
          '\n';
 }
 
@@ -120,7 +122,7 @@ std::string routeText(const Result& result, const Style& style) {
     text += instructionsText(result, style) + '\n' + totalsText(result, style);
   }
   if (result.building.attribution) {
-    text += '\n' + style.faint("map data: " + *result.building.attribution) + '\n';
+    text += '\n' + style.faint("map data: " + plainLine(*result.building.attribution)) + '\n';
   }
   return text;
 }

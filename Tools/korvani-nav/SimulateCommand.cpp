@@ -10,6 +10,7 @@
 #include "Simulation/WalkTrace.hpp"
 #include "Support/LevelNames.hpp"
 #include "Support/PlaceFinder.hpp"
+#include "Support/PlainText.hpp"
 #include "Support/RouteSearch.hpp"
 #include "korvani-nav/Commands.hpp"
 #include "korvani-nav/Output.hpp"
@@ -48,7 +49,7 @@ int runSimulate(const SimulateOptions& options) {
     const WalkSource source{building, levels, file, walk, options.settings};
     writeOutput(walkTrace(source, config, operations), options.output);
   } catch (const NoWalkError& error) {
-    std::cerr << "korvani-nav: " << error.what() << '\n';
+    std::cerr << "korvani-nav: " << plainLine(error.what()) << '\n';
     return kExitNoRoute;
   }
   return kExitOk;

@@ -11,6 +11,7 @@
 #include <string>
 #include <system_error>
 
+#include "Support/PlainText.hpp"
 #include "korvani-nav/Commands.hpp"
 
 namespace {
@@ -288,6 +289,8 @@ void addImportOptions(CLI::App& format, ImportOptions& options) {
       ->type_name("TABLE");
   format.add_flag("--assume-doors", options.assumeDoors,
                   "Give each room without a door one where it is nearest to other floor");
+  format.add_flag("--all-remarks", options.allRemarks,
+                  "Name every feature that a remark is about, not only the first");
   format.add_flag("--quiet", options.quiet, "Show neither progress nor summary");
 }
 
@@ -345,7 +348,7 @@ int main(int argc, char** argv) {
   try {
     return run(argc, argv);
   } catch (const std::exception& error) {
-    std::cerr << "korvani-nav: " << error.what() << '\n';
+    std::cerr << "korvani-nav: " << KorvaniTools::plainLines(error.what()) << '\n';
     return kExitBadInput;
   }
 }

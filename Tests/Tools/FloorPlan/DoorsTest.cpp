@@ -131,6 +131,110 @@ TEST(Doors, InAWallAcrossAHallJoinItsTwoHalves) {
   EXPECT_EQ(made.edgesThroughWalls(), 0U);
 }
 
+/// A corridor, and a room whose outline is drawn `gap` metres off it.
+Drawing thickWall(double gap, bool walledCorridor) {
+  Drawing drawing;
+  drawing.cell("corridor", CellKind::corridor, box(0, 0, 20, 3)).walled = walledCorridor;
+  drawing.room("far", box(-6, 0, 0, 3));
+  drawing.door("a", {{0, 1.5}});
+  drawing.room("room", box(5, 3 + gap, 10, 8));
+  return drawing;
+}
+
+TEST(Doors, LeadThroughWallsThatAreDrawnWithTheirThickness) {
+  for (const double gap : {0.05, 0.15, 0.25, 0.4, 0.55}) {
+    for (const bool walled : {false, true}) {
+      Drawing drawing = thickWall(gap, walled);
+      drawing.door("door", {{7, 3 + gap}, {8, 3 + gap}});
+      const Made made = drawing.make();
+      EXPECT_TRUE(made.joined({7.5, 3 + gap}, {-3, 1.5})) << gap << walled;
+      EXPECT_TRUE(made.joined({7.5, 3 + gap}, {7.5, (11 + gap) / 2})) << gap << walled;
+      EXPECT_EQ(made.edgesThroughWalls(), 0U) << gap << walled;
+    }
+  }
+}
+
+TEST(Doors, ThatArePointsLeadThroughThickWallsToo) {
+  for (const double gap : {0.15, 0.4}) {
+    Drawing drawing = thickWall(gap, false);
+    drawing.door("door", {{7.5, 3 + gap}});
+    const Made made = drawing.make();
+    EXPECT_TRUE(made.joined({7.5, 3 + gap}, {-3, 1.5})) << gap;
+    EXPECT_EQ(made.edgesThroughWalls(), 0U) << gap;
+  }
+}
+
+TEST(Doors, InAThickWallThatALinePassesThroughLieOnTheLine) {
+  Drawing drawing = thickWall(0.4, true);
+  drawing.line("path", {{7.5, 1.5}, {7.5, 5}});
+  drawing.door("door", {{7, 3.4}, {8, 3.4}});
+  const Made made = drawing.make();
+  EXPECT_TRUE(made.joined({7.5, 1.5}, {7.5, 5}));
+  EXPECT_EQ(made.report.openedForLines, 0U);
+  for (const BuildingNode& node : made.building.nodes) {
+    const GroundPoint at = metres(node.coordinate);
+    if (at.y > 2.5 && at.y < 4) {
+      EXPECT_NEAR(at.x, 7.5, 0.001);
+    }
+  }
+}
+
+TEST(Doors, AmidAThickWallOpenBothOfItsSides) {
+  Drawing drawing = thickWall(0.5, true);
+  drawing.door("door", {{7, 3.25}, {8, 3.25}});
+  const Made made = drawing.make();
+  EXPECT_TRUE(made.joined({-3, 1.5}, {7.5, 5.75}));
+  EXPECT_FALSE(made.wallAt({7.5, 3}));
+  EXPECT_FALSE(made.wallAt({7.5, 3.5}));
+  EXPECT_EQ(made.edgesThroughWalls(), 0U);
+}
+
+TEST(Doors, LeadToOpenFloorAStepAway) {
+  Drawing drawing = thickWall(0.8, false);
+  drawing.door("door", {{7, 3.8}, {8, 3.8}});
+  const Made made = drawing.make();
+  EXPECT_TRUE(made.joined({7.5, 3.8}, {-3, 1.5}));
+  EXPECT_EQ(made.edgesThroughWalls(), 0U);
+}
+
+TEST(Doors, WithAWallBeforeThemAreNotJoinedToTheFloorBehindIt) {
+  Drawing drawing = thickWall(0.8, false);
+  drawing.door("door", {{7, 3.8}, {8, 3.8}});
+  drawing.wall("fence", {{0, 3.1}, {20, 3.1}});
+  const Made made = drawing.make();
+  EXPECT_FALSE(made.joined({7.5, 3.8}, {-3, 1.5}));
+  EXPECT_TRUE(made.remarked("door has a wall between it and the floor beside it on level 0"));
+}
+
+TEST(Doors, DoNotOpenTheHouseAcrossTheAlley) {
+  Drawing drawing = thickWall(0.9, true);
+  drawing.door("door", {{7, 3.9}, {8, 3.9}});
+  const Made made = drawing.make();
+  EXPECT_FALSE(made.joined({7.5, 3.9}, {-3, 1.5}));
+  EXPECT_TRUE(made.wallAt({7.5, 3}));
+}
+
+TEST(Doors, AreAssumedThroughThickWalls) {
+  for (const double gap : {0.15, 0.4}) {
+    Drawing drawing = thickWall(gap, false);
+    drawing.room("next", box(10.2, 3 + gap, 15, 8));
+    drawing.options.assumeDoors = true;
+    const Made made = drawing.make();
+    EXPECT_EQ(made.report.assumedDoors, 2U) << gap;
+    EXPECT_FALSE(made.wallAt({7.5, 3 + gap})) << gap;
+    EXPECT_TRUE(made.joined({7.5, (11 + gap) / 2}, {-3, 1.5})) << gap;
+    EXPECT_EQ(made.edgesThroughWalls(), 0U) << gap;
+  }
+}
+
+TEST(Doors, ThatLeadNowhereAreNotAssumed) {
+  Drawing drawing = thickWall(2, false);
+  drawing.options.assumeDoors = true;
+  const Made made = drawing.make();
+  EXPECT_EQ(made.report.assumedDoors, 0U);
+  EXPECT_NEAR(made.wallLength(), 2 * (5 + 3) + 2 * (6 + 3) - 1, 0.1);
+}
+
 TEST(Doors, RoomsWithoutOneAreListed) {
   Drawing drawing;
   drawing.room("way/1", box(0, 0, 4, 4));

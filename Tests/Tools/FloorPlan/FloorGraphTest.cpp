@@ -187,6 +187,15 @@ TEST(FloorGraph, ALineThroughARoomIsJoinedToItsMiddle) {
   EXPECT_EQ(made.report.openedForLines, 2U);
 }
 
+TEST(FloorGraph, ARoomsNodeBesideALineIsTheLines) {
+  Drawing drawing;
+  drawing.room("room", box(0, 0, 20, 10)).name = "Hall";
+  drawing.line("path", {{-5, 5.03}, {25, 5.03}});
+  const Made made = drawing.make();
+  EXPECT_EQ(made.building.nodes.size(), 3U);
+  EXPECT_EQ(made.building.edges.size(), 2U);
+}
+
 TEST(FloorGraph, EdgesOfACellWithStepsAreNotForWheels) {
   Drawing drawing;
   roomWithDoor(drawing, 0, 0, {2, 0});

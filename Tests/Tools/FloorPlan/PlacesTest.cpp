@@ -118,5 +118,30 @@ TEST(Buildings, CarryNameAttributionAndLicence) {
   EXPECT_EQ(building.licence, "ODbL");
 }
 
+TEST(Places, AtAPointThatNoDoorSeesGetANode) {
+  Drawing drawing;
+  drawing
+      .cell("hall", CellKind::corridor,
+            {{0, 0}, {30, 0}, {30, 20}, {26, 20}, {26, 3}, {0, 3}, {0, 0}})
+      .walled = true;
+  drawing.room("room", box(-4, 0, 0, 3));
+  drawing.room("other", box(3, -4, 7, 0));
+  drawing.door("door", {{0, 1.5}});
+  drawing.door("other", {{5, 0}});
+  drawing.plan.places.push_back({"node/1", "Cash", {0}, at({28, 15}), false, {}});
+  drawing.plan.places.push_back({"node/2", "Bench", {0}, at({10, 2}), false, {}});
+  const Made made = drawing.make();
+  EXPECT_TRUE(made.joined({28, 15}, {0, 1.5}));
+  EXPECT_EQ(made.node({10, 2}), -1);
+  EXPECT_EQ(made.edgesThroughWalls(), 0U);
+}
+
+TEST(Places, AtAPointInARoomThatNobodyCanEnterGetNone) {
+  Drawing drawing;
+  drawing.room("room", box(0, 0, 4, 4));
+  drawing.plan.places.push_back({"node/1", "Cash", {0}, at({2, 2}), false, {}});
+  EXPECT_TRUE(drawing.make().building.nodes.empty());
+}
+
 }  // namespace
 }  // namespace KorvaniTest

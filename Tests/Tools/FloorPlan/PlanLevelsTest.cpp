@@ -53,18 +53,22 @@ TEST(PlanLevels, LevelsThatNoFileCanHoldAreLeftOutWithARemark) {
   EXPECT_TRUE(made.remarked("1000000000"));
 }
 
-TEST(PlanLevels, NamesAndSourcesOfUsedLevelsAreKept) {
+TEST(PlanLevels, NamesOfUsedLevelsAndTheirNumbersInTheSourceAreKept) {
   Drawing drawing;
   drawing.area("mezzanine", box(0, 0, 5, 5), {0.5});
   drawing.area("floor", box(0, 0, 5, 5), {0});
-  drawing.plan.levels = {{0, "Ground", std::nullopt}, {0.5, "Gallery", "M"}, {4, "Roof", "R"}};
+  drawing.area("attic", box(0, 0, 5, 5), {1});
+  drawing.plan.levels = {
+      {0, "Ground", std::nullopt}, {0.5, "Gallery", "M"}, {1, std::nullopt, "A"}, {4, "Roof", "R"}};
   const Building building = drawing.make().building;
-  ASSERT_EQ(building.levelNames.size(), 2U);
+  ASSERT_EQ(building.levelNames.size(), 3U);
   EXPECT_EQ(building.levelNames[0].name, "Ground");
   EXPECT_EQ(building.levelNames[0].source, "0");
   EXPECT_EQ(building.levelNames[1].level, 1);
   EXPECT_EQ(building.levelNames[1].name, "Gallery");
-  EXPECT_EQ(building.levelNames[1].source, "M");
+  EXPECT_EQ(building.levelNames[1].source, "0.5");
+  EXPECT_EQ(building.levelNames[2].name, "A");
+  EXPECT_EQ(building.levelNames[2].source, "1");
 }
 
 TEST(PlanLevels, TheMappingIsReported) {

@@ -113,5 +113,16 @@ TEST(Shafts, WithOneLevelAreRemarked) {
   EXPECT_TRUE(drawing.make().remarked("node/5 leads to no other level"));
 }
 
+TEST(Shafts, ThatMeetInOneCellShareItsNode) {
+  Drawing drawing;
+  drawing.cell("stairs", CellKind::stairs, box(0, 0, 4, 6), {0, 1, 2});
+  for (const double level : {0.0, 1.0, 2.0}) drawing.door("door", {{4, 3}}, {level});
+  drawing.shaft("low", {0, 1}, std::nullopt, {0}).kind = ConnectionKind::stairs;
+  drawing.shaft("high", {1, 2}, std::nullopt, {0}).kind = ConnectionKind::stairs;
+  const Made made = drawing.make();
+  EXPECT_EQ(made.nodesOn(1), 2U);
+  EXPECT_TRUE(made.joined({4, 3}, {4, 3}, 0, 2));
+}
+
 }  // namespace
 }  // namespace KorvaniTest

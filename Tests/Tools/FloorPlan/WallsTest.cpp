@@ -137,7 +137,7 @@ TEST(Walls, AreOpenedWhereALinePassesThemWithoutADoor) {
   EXPECT_NEAR(made.wallLength(), 13, 0.02);
   EXPECT_EQ(made.report.openedForLines, 1U);
   EXPECT_TRUE(
-      made.remarked("way/path passes the wall of way/room where no door is mapped: opened there"));
+      made.remarked("way/path passes a wall where no door is mapped: opened there (way/room)"));
   EXPECT_EQ(made.edgesThroughWalls(), 0U);
 }
 
@@ -190,6 +190,17 @@ TEST(Walls, DoNotStandAroundStairsWithoutADoor) {
   drawing.area("hall", box(0, -5, 10, 0));
   drawing.cell("stairs", CellKind::stairs, box(2, 0, 6, 3));
   EXPECT_EQ(drawing.make().wallLength(), 0);
+}
+
+TEST(Walls, AreOpenedForLinesThatTouchThemByAHair) {
+  for (const double hair : {-0.004, 0.0, 0.004}) {
+    Drawing drawing;
+    drawing.room("room", box(0.003, 0.003, 6, 6));
+    drawing.line("path", {{-5, -8}, {0.003 + hair, 0.003 + hair}});
+    const Made made = drawing.make();
+    EXPECT_EQ(made.edgesThroughWalls(), 0U) << hair;
+    EXPECT_EQ(made.report.openedForLines, 1U) << hair;
+  }
 }
 
 }  // namespace

@@ -76,7 +76,7 @@ TEST_F(ImportCommand, HelpNamesEveryOption) {
   const Outcome osm = runTool({"import", "osm", "--help"});
   EXPECT_EQ(osm.status, 0);
   for (const char* option : {"--output", "--bbox", "--name", "--connections", "--assume-doors",
-                             "--quiet", "100 m", ".osm.pbf"}) {
+                             "--all-remarks", "--quiet", "100 m", ".osm.pbf"}) {
     EXPECT_THAT(osm.output, HasSubstr(option));
   }
   const Outcome imdf = runTool({"import", "imdf", "--help"});
@@ -122,6 +122,29 @@ TEST_F(ImportCommand, SumsUpOnStandardError) {
   EXPECT_THAT(errors, HasSubstr("remark       1 feature indoors has no level and was put on level "
                                 "0: way/5\n"));
   EXPECT_EQ(building().name, "Halt");
+}
+
+TEST_F(ImportCommand, NamesTheFirstFeaturesOfARemarkOrAll) {
+  std::string map = kStation;
+  std::string walls;
+  for (int way = 101; way <= 130; ++way) {
+    walls += "<way id=\"" + std::to_string(way) +
+             "\"><nd ref=\"1\"/><nd ref=\"9\"/><tag k=\"indoor\" v=\"wall\"/></way>\n";
+  }
+  map.insert(map.find("</osm>"), walls);
+  const Input input(map);
+  std::vector<std::string> arguments{"import", "osm", input.path(), "-o", output_.path()};
+  const std::string first = runTool(arguments).errors;
+  EXPECT_THAT(first, HasSubstr("31 features indoors have no level and were put on level 0: way/5, "
+                               "way/101, way/102, way/103, way/104 and 26 more\n"));
+  EXPECT_THAT(first, Not(HasSubstr("way/130")));
+  arguments.emplace_back("--all-remarks");
+  EXPECT_THAT(runTool(arguments).errors, HasSubstr("way/129, way/130\n"));
+}
+
+TEST_F(ImportCommand, WritesNamesOnOneLine) {
+  const std::string errors = import({"--name", "Halt\nremark  all is well"}).errors;
+  EXPECT_THAT(errors, StartsWith("Halt\\nremark  all is well\n"));
 }
 
 TEST_F(ImportCommand, ShowsNoProgressAwayFromATerminal) {

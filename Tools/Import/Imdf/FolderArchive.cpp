@@ -14,8 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr auto kLevelFile = "level.geojson";
-
 /// The level files at the top of `folder` and in the folders in it, in order of their names.
 std::vector<std::string> levelFilesIn(const fs::path& folder) {
   std::vector<std::string> paths;
@@ -25,7 +23,7 @@ std::vector<std::string> levelFilesIn(const fs::path& folder) {
   for (; !fault && entries != fs::directory_iterator(); entries.increment(fault)) {
     std::error_code ignored;
     if (!fs::exists(entries->path() / kLevelFile, ignored)) continue;
-    paths.push_back(entries->path().filename().string() + '/' + kLevelFile);
+    paths.push_back((entries->path().filename() / kLevelFile).generic_string());
   }
   if (fault) {
     throw InputError(folder.string() + ": found a folder that cannot be read (" + fault.message() +

@@ -11,8 +11,6 @@
 namespace KorvaniTools {
 namespace {
 
-constexpr std::string_view kLevelFile = "level.geojson";
-
 /// The folder of `path` with a slash at its end, when `path` is a level file in one folder.
 std::optional<std::string> topFolderOf(const std::string& path) {
   const std::size_t slash = path.find('/');

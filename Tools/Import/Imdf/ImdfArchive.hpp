@@ -11,6 +11,9 @@
 
 namespace KorvaniTools {
 
+/// The file that an archive is recognised by.
+inline constexpr const char* kLevelFile = "level.geojson";
+
 /// How much an archive may hold.
 struct ArchiveLimits {
   std::uint64_t unfoldedBytes = 512ULL * 1024 * 1024;  ///< of all files that are read together

@@ -53,8 +53,7 @@ const Json& featuresOf(const Json& collection, const ErrorPlace& place) {
 
 }  // namespace
 
-ImdfFeature::ImdfFeature(const Json& feature, std::string kind, ErrorPlace place,
-                         ImdfRemarks& remarks)
+ImdfFeature::ImdfFeature(const Json& feature, std::string kind, ErrorPlace place, Remarks& remarks)
     : feature_(feature),
       properties_(propertiesOf(feature, place)),
       kind_(std::move(kind)),
@@ -168,8 +167,8 @@ Coordinate ImdfFeature::point() const {
   return geometry().point();
 }
 
-bool forEachFeature(ImdfArchive& archive, const std::string& kind, Broken broken,
-                    ImdfRemarks& remarks, const std::function<void(const ImdfFeature&)>& use) {
+bool forEachFeature(ImdfArchive& archive, const std::string& kind, Broken broken, Remarks& remarks,
+                    const std::function<void(const ImdfFeature&)>& use) {
   const std::string name = kind + ".geojson";
   const auto text = archive.text(name);
   if (!text) return false;

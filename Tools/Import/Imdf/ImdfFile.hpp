@@ -11,7 +11,7 @@
 #include "Building/FeatureFields.hpp"
 #include "Import/Imdf/ImdfArchive.hpp"
 #include "Import/Imdf/ImdfNames.hpp"
-#include "Import/Imdf/ImdfRemarks.hpp"
+#include "Support/Remarks.hpp"
 
 namespace KorvaniTools {
 
@@ -22,7 +22,7 @@ using Polygons = std::vector<std::vector<Positions>>;
 class ImdfFeature {
  public:
   /// @throws BuildingError when `feature` is no feature
-  ImdfFeature(const Json& feature, std::string kind, ErrorPlace place, ImdfRemarks& remarks);
+  ImdfFeature(const Json& feature, std::string kind, ErrorPlace place, Remarks& remarks);
 
   /// The feature's id; "features[12]" for one that has none, which nothing can refer to.
   const std::string& id() const { return id_; }
@@ -57,7 +57,7 @@ class ImdfFeature {
   std::string id_;
   std::string owner_;  ///< "unit \"8f2c\""
   ErrorPlace place_;
-  ImdfRemarks& remarks_;
+  Remarks& remarks_;
 };
 
 /// How much of a file may be broken.
@@ -70,7 +70,7 @@ enum class Broken {
 /// Returns false when there is no such file.
 /// @throws InputError when it cannot be read
 /// @throws BuildingError when it is no feature collection, or for a feature from `use`
-bool forEachFeature(ImdfArchive& archive, const std::string& kind, Broken broken,
-                    ImdfRemarks& remarks, const std::function<void(const ImdfFeature&)>& use);
+bool forEachFeature(ImdfArchive& archive, const std::string& kind, Broken broken, Remarks& remarks,
+                    const std::function<void(const ImdfFeature&)>& use);
 
 }  // namespace KorvaniTools

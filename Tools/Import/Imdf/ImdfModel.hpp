@@ -13,7 +13,6 @@
 #include "Import/Imdf/ImdfArchive.hpp"
 #include "Import/Imdf/ImdfFile.hpp"
 #include "Import/Imdf/ImdfNames.hpp"
-#include "Import/Imdf/ImdfRemarks.hpp"
 
 namespace KorvaniTools {
 
@@ -48,7 +47,7 @@ struct ImdfModel {
 
   ImdfArchive& archive;
   ImdfLanguages languages;
-  ImdfRemarks remarks;
+  Remarks remarks;
   FloorPlan plan;
 
   std::vector<ImdfLevel> levels;

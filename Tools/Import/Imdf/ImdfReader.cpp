@@ -43,7 +43,7 @@ FloorPlan readImdf(const std::filesystem::path& folderOrZip, const ImdfOptions& 
   readImdfPlaces(model);
   model.plan.attribution = options.attribution;
   model.plan.licence = options.licence;
-  model.plan.remarks = model.remarks.sentences();
+  model.plan.remarks = std::move(model.remarks);
   return std::move(model.plan);
 }
 

@@ -62,11 +62,11 @@ class RelationshipParser {
     auto& units = relationship_.units;
     const bool isNew = std::find(units.begin(), units.end(), index) == units.end();
     if (connectionOf(unit.category) && isNew) units.push_back(index);
-    return {unit.level, shapes_.pointIn(index)};
+    return {unit.level, shapes_.pointIn(index), index};
   }
 
   RelationshipEnd openingEnd(const ImdfOpening& opening) const {
-    return {opening.level, middleOf(model_.plan.doors[opening.door].positions)};
+    return {opening.level, middleOf(model_.plan.doors[opening.door].positions), std::nullopt};
   }
 
   /// "traversal" says nothing about the kind of way: that is what it leads through.

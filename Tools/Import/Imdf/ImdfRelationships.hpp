@@ -16,6 +16,7 @@ namespace KorvaniTools {
 struct RelationshipEnd {
   std::size_t level = 0;  ///< index into `ImdfModel::levels`
   Coordinate coordinate;
+  std::optional<std::size_t> unit;  ///< index into `ImdfModel::units`; absent for an opening
 };
 
 struct ImdfRelationship {

@@ -44,16 +44,10 @@ class ShaftMaker {
     for (const ImdfLevel& level : model.levels) ordinals_.insert(level.ordinal);
   }
 
-  void use(const ImdfRelationship& relationship) {
-    const std::size_t levels = ordinalsOf(relationship.units).size();
-    if (relationship.kind != ConnectionKind::travelator && levels >= 2) {
-      useUnits(relationship);
-    } else if (relationship.origin && relationship.destination) {
-      addLine(relationship);
-    } else {
-      model_.remarks.note("relationship.geojson: joins nothing, ignored",
-                          inQuotes(relationship.id));
-    }
+  void use(const std::vector<ImdfRelationship>& relationships) {
+    for (const ImdfRelationship& each : relationships)
+      named_.insert(each.units.begin(), each.units.end());
+    for (const ImdfRelationship& each : relationships) use(completed(each));
   }
 
   void joinOverlapping() {
@@ -100,6 +94,38 @@ class ShaftMaker {
     return ordinals;
   }
 
+  void use(const ImdfRelationship& relationship) {
+    const std::size_t levels = ordinalsOf(relationship.units).size();
+    if (relationship.kind != ConnectionKind::travelator && levels >= 2) {
+      useUnits(relationship);
+    } else if (relationship.origin && relationship.destination) {
+      addLine(relationship);
+    } else {
+      model_.remarks.note("relationship.geojson: joins nothing, ignored",
+                          inQuotes(relationship.id));
+    }
+  }
+
+  /// With what goes on from its units on the levels of its ends, when it names those of one level
+  /// only: an escalator is often drawn on both of its levels and named on one.
+  ImdfRelationship completed(ImdfRelationship relationship) const {
+    const bool oneLevel = ordinalsOf(relationship.units).size() == 1;
+    if (!oneLevel || !relationship.origin || !relationship.destination) return relationship;
+    const std::vector<std::size_t> units = relationship.units;
+    const std::set<std::int64_t> ends{model_.levels[relationship.origin->level].ordinal,
+                                      model_.levels[relationship.destination->level].ordinal};
+    for (const std::size_t unit : units) {
+      for (const std::int64_t ordinal : ends) {
+        if (ordinal == model_.ordinalOf(model_.units[unit])) continue;
+        for (const std::size_t other : shapes_.unitsAbove(unit, ordinal)) {
+          const bool free = kindOf(other) == kindOf(unit) && !named_.contains(other);
+          if (free) relationship.units.push_back(other);
+        }
+      }
+    }
+    return relationship;
+  }
+
   void useUnits(const ImdfRelationship& relationship) {
     const std::vector<std::size_t>& units = relationship.units;
     if (relationship.directed) {
@@ -138,9 +164,20 @@ class ShaftMaker {
     for (const std::int64_t ordinal : std::set<std::int64_t>{from, to}) {
       line.levels.push_back(static_cast<double>(ordinal));
     }
-    line.vertices = {{0, relationship.origin->coordinate},
-                     {0, relationship.destination->coordinate}};
+    line.vertices = {{0, spotOf(*relationship.origin, relationship)},
+                     {0, spotOf(*relationship.destination, relationship)}};
     model_.plan.lines.push_back(std::move(line));
+  }
+
+  /// Where people step on or off. A whole walkway that it leads to does not tell; where the stairs
+  /// between are drawn does.
+  Coordinate spotOf(const RelationshipEnd& end, const ImdfRelationship& relationship) const {
+    const std::vector<std::size_t>& units = relationship.units;
+    const bool tells = !end.unit || units.empty() ||
+                       std::find(units.begin(), units.end(), *end.unit) != units.end();
+    if (tells) return end.coordinate;
+    const bool last = &end == &*relationship.destination;
+    return shapes_.spotBeside(*end.unit, last ? units.back() : units.front());
   }
 
   PlanShaft& addShaft(const std::string& source, ConnectionKind kind,
@@ -190,6 +227,7 @@ class ShaftMaker {
   std::set<std::int64_t> ordinals_;
   /// Pairs of units that a directed relationship has joined already.
   std::set<std::pair<std::size_t, std::size_t>> directed_;
+  std::set<std::size_t> named_;  ///< by any relationship
   std::set<std::size_t> inShaft_;
 };
 
@@ -197,9 +235,7 @@ class ShaftMaker {
 
 void joinImdfLevels(ImdfModel& model, const ImdfShapes& shapes) {
   ShaftMaker maker(model, shapes);
-  for (const ImdfRelationship& relationship : readImdfRelationships(model, shapes)) {
-    maker.use(relationship);
-  }
+  maker.use(readImdfRelationships(model, shapes));
   maker.joinOverlapping();
   maker.addStacks();
   maker.levelOutSteps();

@@ -13,6 +13,7 @@ constexpr double kOnUnitOutline = 0.3;
 /// A level's outline may be that of the facade, with the outer wall between it and the units.
 constexpr double kOnLevelOutline = 1.0;
 constexpr double kSubstantial = 0.5;
+constexpr double kFromOutline = 0.25;  // metres
 
 double distanceTo(const GroundLine& line, GroundPoint point) {
   double nearest = std::numeric_limits<double>::infinity();
@@ -151,6 +152,13 @@ Coordinate ImdfShapes::pointIn(std::size_t unit) const {
     if (const auto inside = geos_.innerPoint(shapes_[unit])) return frame_.coordinate(*inside);
   }
   return frame_.coordinate(rings_[unit].front().front());
+}
+
+Coordinate ImdfShapes::spotBeside(std::size_t unit, std::size_t other) const {
+  if (!shapes_[unit] || !shapes_[other]) return pointIn(unit);
+  const Shape inside = geos_.grown(shapes_[unit], -kFromOutline);
+  const auto nearest = geos_.nearest(inside, shapes_[other]);
+  return nearest ? frame_.coordinate(nearest->first) : pointIn(unit);
 }
 
 }  // namespace KorvaniTools

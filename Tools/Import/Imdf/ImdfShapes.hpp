@@ -35,6 +35,10 @@ class ImdfShapes {
   /// A point inside the unit.
   Coordinate pointIn(std::size_t unit) const;
 
+  /// A point inside `unit`, a quarter of a metre from the outline if there is room, as near as can
+  /// be to `other`.
+  Coordinate spotBeside(std::size_t unit, std::size_t other) const;
+
  private:
   void addUnit(std::size_t unit, ImdfModel& model);
   std::vector<std::size_t> unitsNear(const GroundLine& line, std::int64_t ordinal,

@@ -62,7 +62,7 @@ class WayReader {
     if (twoWay && from > to) return;  // the earlier point makes the line
     const auto levels = std::minmax({ordinalOf(from), ordinalOf(to)});
     PlanLine line;
-    line.source = "navPath " + points_[from].id;
+    line.source = "navPath/" + points_[from].id;
     line.levels = {static_cast<double>(levels.first)};
     if (levels.second != levels.first) {
       // A building on a slope, which counts its floors from another ground.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <optional>
 
 #include "Support/Text.hpp"
 
@@ -64,6 +65,15 @@ bool addPiece(PlanLevelSet& levels, std::string_view piece) {
   return last && trimmed(piece).empty() && addRange(levels, *first, *last);
 }
 
+/// "0,5" is a level, "0, 5" and "0,5,6" are several.
+bool commasSeparate(std::string_view part) {
+  const std::size_t comma = part.find(',');
+  if (comma == std::string_view::npos) return false;
+  const std::size_t next = comma + 1;
+  return part.find(',', next) != std::string_view::npos ||
+         (next < part.size() && trimmed(part.substr(next, 1)).empty());
+}
+
 void sortOnce(PlanLevelSet& levels) {
   std::sort(levels.begin(), levels.end());
   levels.erase(std::unique(levels.begin(), levels.end()), levels.end());
@@ -71,18 +81,18 @@ void sortOnce(PlanLevelSet& levels) {
 
 }  // namespace
 
-std::optional<PlanLevelSet> parseLevels(std::string_view text) {
-  PlanLevelSet levels;
+LevelText parseLevels(std::string_view text) {
+  LevelText result;
   for (const std::string_view part : split(text, ';')) {
-    const bool list = std::count(part.begin(), part.end(), ',') > 1;
-    for (const std::string_view piece : split(part, list ? ',' : ';')) {
+    for (const std::string_view each : split(part, commasSeparate(part) ? ',' : ';')) {
+      const std::string_view piece = trimmed(each);
       // "0;1;" is no reason to lose a level.
-      if (!trimmed(piece).empty() && !addPiece(levels, trimmed(piece))) return std::nullopt;
+      if (piece.empty() || addPiece(result.levels, piece)) continue;
+      result.unread.emplace_back(piece);
     }
   }
-  if (levels.empty()) return std::nullopt;
-  sortOnce(levels);
-  return levels;
+  sortOnce(result.levels);
+  return result;
 }
 
 std::string levelText(double level) { return decimals(level); }

@@ -1,21 +1,28 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "FloorPlan/FloorPlan.hpp"
 
 namespace KorvaniTools {
+
+/// What a text says about levels.
+struct LevelText {
+  PlanLevelSet levels;
+  std::vector<std::string> unread;  ///< pieces that are no levels, such as "EG"
+};
 
 /// The levels that a `level` or `repeat_on` tag of OpenStreetMap lists, ascending, each once.
 ///
 ///     "0"  "-2;-1"  "-1; 0"  "-2.5"  "0,5" (0.5)  "0-3"  "-1-3" (-1 to 3)  "-3--1"  "0-2;4"
 ///
 /// A range means both its ends and all whole levels between. A comma stands for the decimal
-/// point; where one piece has several, they separate levels. Absent for text that is anything
-/// else, for levels beyond -1000 and 1000, and for ranges of more than 300 levels.
-std::optional<PlanLevelSet> parseLevels(std::string_view text);
+/// point; where one piece has several, or a blank follows, commas separate levels. Pieces that are
+/// anything else are left over, and so are levels beyond -1000 and 1000 and ranges of more than 300
+/// levels.
+LevelText parseLevels(std::string_view text);
 
 /// A level as people write it: "0", "-2", "0.5".
 std::string levelText(double level);

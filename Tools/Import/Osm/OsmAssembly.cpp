@@ -1,5 +1,7 @@
 #include "Import/Osm/OsmAssembly.hpp"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 #include "Import/Osm/AreaAssembly.hpp"
@@ -8,6 +10,9 @@
 namespace KorvaniTools {
 namespace {
 
+/// Rooms that differ in one of these are two.
+constexpr std::array<const char*, 5> kTelling{"name", "ref", "level", "repeat_on", "room"};
+
 constexpr Remarks::Kind kCornersMissing{"way has corners that are not in the file",
                                         "ways have corners that are not in the file"};
 constexpr Remarks::Kind kAreaIncomplete{
@@ -15,6 +20,14 @@ constexpr Remarks::Kind kAreaIncomplete{
     "multipolygons are incomplete and were put together of the rings that close"};
 constexpr Remarks::Kind kAreaLost{"multipolygon has no outline that closes and was left out",
                                   "multipolygons have no outline that closes and were left out"};
+
+/// Whether a way with these tags is the same piece of floor as a relation with those.
+bool saysTheSame(const OsmTags& way, const OsmTags& relation) {
+  if (roleOf(way, true) != WayRole::cell || way["indoor"] != relation["indoor"]) return false;
+  return std::all_of(kTelling.begin(), kTelling.end(), [&](const char* key) {
+    return !way.has(key) || !relation.has(key) || way[key] == relation[key];
+  });
+}
 
 }  // namespace
 
@@ -48,7 +61,17 @@ void OsmAssembly::addWay(const KeptWay& way) const {
   if (missing) extract_.remarks.add(kCornersMissing, "way/" + std::to_string(way.id));
 }
 
-void OsmAssembly::addArea(const KeptRelation& relation, const KeptWays& ways) const {
+void OsmAssembly::takeOutlines(const KeptRelation& relation, const KeptWays& ways, OsmArea& area) {
+  if (roleOf(relation.tags, true) != WayRole::cell) return;
+  for (const auto& [id, inner] : relation.members) {
+    const KeptWay* const way = inner ? nullptr : ways.find(id);
+    if (way == nullptr || !way->closed() || !saysTheSame(way->tags, relation.tags)) continue;
+    outlines_.insert(id);
+    area.tags.addMissing(way->tags);
+  }
+}
+
+void OsmAssembly::addArea(const KeptRelation& relation, const KeptWays& ways) {
   OsmArea area{relation.id, {}, {}, relation.tags};
   std::vector<AreaMember> members;
   bool missing = false;
@@ -68,6 +91,7 @@ void OsmAssembly::addArea(const KeptRelation& relation, const KeptWays& ways) co
     return;
   }
   if (missing || assembled.incomplete) extract_.remarks.add(kAreaIncomplete, area.source());
+  takeOutlines(relation, ways, area);
   extract_.areas.push_back(std::move(area));
 }
 

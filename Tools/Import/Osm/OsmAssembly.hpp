@@ -3,6 +3,7 @@
 /// Internal. From selected ways and relations, whose corners are ids, to their shapes.
 
 #include <functional>
+#include <unordered_set>
 
 #include "Import/Osm/OsmData.hpp"
 #include "Import/Osm/OsmSelection.hpp"
@@ -23,16 +24,23 @@ class OsmAssembly {
   /// line outdoors, too far away.
   void addWay(const KeptWay& way) const;
 
-  /// Adds the relation as far as its ways close rings.
-  void addArea(const KeptRelation& relation, const KeptWays& ways) const;
+  /// Adds the relation as far as its ways close rings, with what their tags say beyond its own when
+  /// an outline is drawn as the same thing once more. Those ways are told by `isDrawnTwice` then.
+  void addArea(const KeptRelation& relation, const KeptWays& ways);
+
+  /// Whether the way is the outline of a relation that has been added and says the same.
+  bool isDrawnTwice(const KeptWay& way) const { return outlines_.contains(way.id); }
 
  private:
   using Corners = std::vector<PlanVertex>;
   std::vector<Corners> pieces(const KeptWay& way, bool trim, bool& missing) const;
 
+  void takeOutlines(const KeptRelation& relation, const KeptWays& ways, OsmArea& area);
+
   Find find_;
   Near near_;
   OsmExtract& extract_;
+  std::unordered_set<std::int64_t> outlines_;
 };
 
 }  // namespace KorvaniTools

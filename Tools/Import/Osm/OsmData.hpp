@@ -9,7 +9,6 @@
 
 #include "FloorPlan/FloorPlan.hpp"
 #include "Import/Osm/OsmTags.hpp"
-#include "Import/Osm/Remarks.hpp"
 
 namespace KorvaniTools {
 

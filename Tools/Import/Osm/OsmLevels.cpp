@@ -1,6 +1,7 @@
 #include "Import/Osm/OsmLevels.hpp"
 
 #include <algorithm>
+#include <iterator>
 
 #include "Import/Osm/LevelText.hpp"
 #include "Import/Osm/OsmRoles.hpp"
@@ -15,12 +16,19 @@ constexpr Remarks::Kind kNoLevel{"feature indoors has no level and was put on le
 
 const PlanLevelSet kGround{0};
 
+PlanLevelSet commonLevels(const PlanLevelSet& a, const PlanLevelSet& b) {
+  PlanLevelSet common;
+  std::set_intersection(a.begin(), a.end(), b.begin(), b.end(), std::back_inserter(common));
+  return common;
+}
+
 }  // namespace
 
 OsmLevels::OsmLevels(OsmExtract& extract) : extract_(extract) {
+  noteNames();
   for (const OsmNode& node : extract.nodes) uses_[node.id];
   for (const OsmWay& way : extract.ways) {
-    if (!mustInfer(way)) continue;
+    if (hasLevel(way.tags) || way.closed) continue;
     uses_[way.corners.front().node];
     uses_[way.corners.back().node];
   }
@@ -36,27 +44,51 @@ void OsmLevels::noteUse(std::int64_t node, const PlanLevelSet& levels) {
   if (entry != uses_.end()) entry->second = united(entry->second, levels);
 }
 
+void OsmLevels::noteNames() {
+  const auto note = [this](const OsmTags& tags) {
+    const PlanLevelSet levels = parseLevels(tags["level"]).levels;
+    if (tags["indoor"] != "level" || levels.size() != 1) return;
+    for (const char* key : {"level:ref", "name"}) {
+      if (tags.has(key)) named_.emplace(tags[key], levels.front());
+    }
+  };
+  for (const OsmWay& way : extract_.ways) note(way.tags);
+  for (const OsmArea& area : extract_.areas) note(area.tags);
+}
+
 void OsmLevels::noteUses() {
   for (const OsmWay& way : extract_.ways) {
     const WayRole role = roleOf(way.tags, way.closed);
-    const PlanLevelSet levels = ownLevels(way.source(), way.tags);
-    // Steps and lifts pass through levels; where their ends are, they do not tell.
-    if (levels.size() > 1 && role == WayRole::line) continue;
     if (role == WayRole::levelOutline || role == WayRole::site) continue;
+    PlanLevelSet levels = ownLevels(way.source(), way.tags);
+    if (role == WayRole::line) {
+      // Steps and lifts pass through levels; where their ends are, they do not tell. Lines without
+      // a level are where the others are.
+      if (levels.size() > 1) continue;
+    } else if (levels.empty() && wayInterest(way.tags, way.closed) == Interest::indoors) {
+      levels = kGround;
+    }
     for (const PlanVertex& corner : way.corners) noteUse(corner.node, levels);
   }
   for (const OsmArea& area : extract_.areas) {
-    const PlanLevelSet levels = ownLevels(area.source(), area.tags);
+    PlanLevelSet levels = ownLevels(area.source(), area.tags);
+    if (levels.empty() && wayInterest(area.tags, true) == Interest::indoors) levels = kGround;
     for (const std::int64_t node : area.nodes) noteUse(node, levels);
   }
 }
 
 PlanLevelSet OsmLevels::stated(const std::string& source, const OsmTags& tags,
                                const char* key) const {
-  if (!tags.has(key)) return {};
-  const auto levels = parseLevels(tags[key]);
-  if (!levels) extract_.remarks.add(kUnreadable, source);
-  return levels.value_or(PlanLevelSet());
+  LevelText text = parseLevels(tags[key]);
+  for (const std::string& piece : text.unread) {
+    const auto named = named_.find(piece);
+    if (named == named_.end()) {
+      extract_.remarks.add(kUnreadable, source);
+    } else {
+      text.levels = united(text.levels, {named->second});
+    }
+  }
+  return text.levels;
 }
 
 PlanLevelSet OsmLevels::ownLevels(const std::string& source, const OsmTags& tags) const {
@@ -86,7 +118,11 @@ std::vector<PlanLevelSet> OsmLevels::ofLine(const OsmWay& way) const {
   }
   const PlanLevelSet levels = stated(way.source(), way.tags, "level");
   const PlanLevelSet repeated = stated(way.source(), way.tags, "repeat_on");
-  if (levels.empty() && repeated.empty()) return {groundFor(way.source(), way.tags)};
+  if (levels.empty() && repeated.empty()) {
+    const PlanLevelSet common =
+        commonLevels(ofUses(way.corners.front().node), ofUses(way.corners.back().node));
+    return {common.size() == 1 ? common : groundFor(way.source(), way.tags)};
+  }
   std::vector<PlanLevelSet> sets;
   if (!levels.empty()) sets.push_back(levels);
   for (const double level : repeated) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Import/Osm/OsmRoles.hpp"
+#include "Support/Text.hpp"
 
 namespace KorvaniTools {
 namespace {
@@ -26,7 +27,17 @@ bool isSoughtRoom(const OsmTags& tags) {
 
 }  // namespace
 
+std::optional<std::string> platformName(const OsmTags& tags) {
+  if (!isPlatform(tags) || tags.has("name") || !tags.has("ref")) return std::nullopt;
+  std::string numbers;
+  for (const std::string_view number : split(tags["ref"], ';')) {
+    numbers += (numbers.empty() ? "" : "/") + std::string(trimmed(number));
+  }
+  return "Platform " + numbers;
+}
+
 std::optional<std::string> ownName(const OsmTags& tags) {
+  if (auto platform = platformName(tags)) return platform;
   for (const char* key : {"name", "ref"}) {
     if (tags.has(key)) return std::string(tags[key]);
   }

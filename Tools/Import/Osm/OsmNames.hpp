@@ -10,6 +10,10 @@
 
 namespace KorvaniTools {
 
+/// What a platform without a name is called by its number: "Platform 1", "Platform 3/4". Absent for
+/// what is no platform or has none.
+std::optional<std::string> platformName(const OsmTags& tags);
+
 /// The name, or else the reference number: "Aula", "E017". Absent when there is neither.
 std::optional<std::string> ownName(const OsmTags& tags);
 

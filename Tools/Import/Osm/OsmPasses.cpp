@@ -335,15 +335,16 @@ OsmExtract Extraction::finish() {
   OsmExtract extract;
   const auto find = [this](std::int64_t node) { return position(node); };
   const auto trim = [this](Coordinate corner) { return zone_.near(corner, NearZone::kReach); };
-  const OsmAssembly assembly(find, trim, extract);
+  OsmAssembly assembly(find, trim, extract);
   for (const bool outdoors : {false, true}) {
-    for (const KeptWay& way : ways_.all()) {
-      const bool touches = !options_.box || options_.box->touches(rectangleOf(way.nodes));
-      if (way.own && touches && way.outdoors == outdoors) assembly.addWay(way);
-    }
     for (const KeptRelation& relation : relations_) {
       const bool touches = !options_.box || options_.box->touches(rectangleOf(relation));
       if (touches && relation.outdoors == outdoors) assembly.addArea(relation, ways_);
+    }
+    for (const KeptWay& way : ways_.all()) {
+      const bool touches = !options_.box || options_.box->touches(rectangleOf(way.nodes));
+      const bool kept = way.own && touches && !assembly.isDrawnTwice(way);
+      if (kept && way.outdoors == outdoors) assembly.addWay(way);
     }
   }
   keepNodes(extract);

@@ -7,6 +7,7 @@
 #include "Import/Osm/LevelText.hpp"
 #include "Import/Osm/OsmLines.hpp"
 #include "Import/Osm/OsmNames.hpp"
+#include "Import/Osm/OsmPassing.hpp"
 #include "Import/Osm/OsmRoles.hpp"
 #include "Import/Osm/OsmShafts.hpp"
 
@@ -19,6 +20,9 @@ constexpr Remarks::Kind kClosedLine{"way is closed to people and was left out",
                                     "ways are closed to people and were left out"};
 constexpr Remarks::Kind kClosedLift{"lift is closed to people and was left out",
                                     "lifts are closed to people and were left out"};
+constexpr Remarks::Kind kPassesBy{
+    "way passes over or under what is on level 0 and was left out there",
+    "ways pass over or under what is on level 0 and were left out there"};
 constexpr Remarks::Kind kWidth{"door has a width that cannot be read and got the usual one",
                                "doors have widths that cannot be read and got the usual one"};
 
@@ -51,7 +55,8 @@ StepFree doorStepFree(const OsmTags& tags) {
 bool isPlaceCell(const OsmTags& tags, CellKind kind) {
   if (amenityName(tags)) return true;
   if (kind == CellKind::room) return ownName(tags).has_value();
-  return (kind == CellKind::corridor || kind == CellKind::area) && tags.has("name");
+  return (kind == CellKind::corridor || kind == CellKind::area) &&
+         (tags.has("name") || platformName(tags));
 }
 
 }  // namespace
@@ -62,8 +67,9 @@ FloorPlan OsmPlan::make() {
   for (const OsmWay& way : extract_.ways) addWay(way);
   for (const OsmArea& area : extract_.areas) addArea(area);
   for (const OsmNode& node : extract_.nodes) addNode(node);
+  addPassing();
   addShafts(plan_, {cellNodes_, closedCells_, steps_, std::move(lifts_)});
-  settleSlopes();
+  findStairs();
   return std::move(plan_);
 }
 
@@ -93,6 +99,10 @@ void OsmPlan::addLine(const OsmWay& way) {
   line.vertices = way.corners;
   for (PlanLevelSet& levels : levels_.ofLine(way)) {
     line.levels = std::move(levels);
+    if (line.levels == PlanLevelSet{0} && passesOverOrUnder(way.tags)) {
+      passing_.push_back(line);
+      continue;
+    }
     if (way.tags["highway"] == "steps") steps_.push_back(plan_.lines.size());
     plan_.lines.push_back(line);
   }
@@ -218,8 +228,19 @@ void OsmPlan::addPlace(const OsmNode& node, std::string name, bool entrance) {
                           entrance, furtherOf(node.source(), node.tags)});
 }
 
-/// A line that joins levels without being drawn as steps is a ramp, unless it runs through stairs.
-void OsmPlan::settleSlopes() {
+/// What of bridges and tunnels without a level is not over or under the plan's own floor is taken
+/// as it is drawn, for the ways outdoors to hang together.
+void OsmPlan::addPassing() {
+  for (const PlanLine& line : passing_) {
+    std::vector<PlanLine> pieces = piecesBeside(line, plan_);
+    const bool whole = pieces.size() == 1 && pieces[0].vertices.size() == line.vertices.size();
+    if (!whole) extract_.remarks.add(kPassesBy, line.source);
+    for (PlanLine& piece : pieces) plan_.lines.push_back(std::move(piece));
+  }
+}
+
+/// A path on several levels that runs through a stairwell is stairs.
+void OsmPlan::findStairs() {
   for (PlanLine& line : plan_.lines) {
     if (line.kind != ConnectionKind::path || line.levels.size() < 2) continue;
     const std::size_t middle = line.vertices.size() / 2;
@@ -230,7 +251,7 @@ void OsmPlan::settleSlopes() {
       return cell.kind == CellKind::stairs && shareLevel(cell.levels, line.levels) &&
              liesIn(cell, point);
     });
-    line.kind = stairs ? ConnectionKind::stairs : ConnectionKind::ramp;
+    if (stairs) line.kind = ConnectionKind::stairs;
   }
 }
 

@@ -34,13 +34,15 @@ class OsmPlan {
   void addLift(const OsmNode& node);
   void addDoor(const OsmNode& node);
   void addPlace(const OsmNode& node, std::string name, bool entrance);
-  void settleSlopes();
+  void addPassing();
+  void findStairs();
 
   OsmExtract& extract_;
   OsmLevels levels_;
   FloorPlan plan_;
   std::vector<std::vector<std::int64_t>> cellNodes_;  ///< of each cell, the nodes of its outline
   std::vector<PlanShaft> lifts_;                      ///< that are nodes
+  std::vector<PlanLine> passing_;                     ///< over or under things, on no known level
   std::vector<std::size_t> steps_;                    ///< lines that are drawn as steps
   std::vector<bool> closedCells_;                     ///< of each cell, whether people are kept out
 };

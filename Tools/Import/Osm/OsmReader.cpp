@@ -1,5 +1,7 @@
 #include "Import/Osm/OsmReader.hpp"
 
+#include <utility>
+
 #include "Import/Osm/OsmPasses.hpp"
 #include "Import/Osm/OsmPlan.hpp"
 
@@ -11,7 +13,7 @@ FloorPlan readOsm(const std::filesystem::path& file, const OsmOptions& options) 
   plan.name = options.name ? options.name : extract.buildingName;
   plan.attribution = "© OpenStreetMap contributors, ODbL 1.0";
   plan.licence = "ODbL-1.0";
-  plan.remarks = extract.remarks.sentences();
+  plan.remarks = std::move(extract.remarks);
   return plan;
 }
 

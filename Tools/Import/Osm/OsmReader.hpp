@@ -12,7 +12,7 @@ namespace KorvaniTools {
 /// Reads OpenStreetMap files: NAME.osm, NAME.osm.gz, NAME.osm.bz2 and NAME.osm.pbf.
 ///
 ///     const FloorPlan plan = readOsm("station.osm.pbf", {});
-///     for (const std::string& remark : plan.remarks) std::cerr << remark << '\n';
+///     for (const std::string& remark : plan.remarks.sentences()) std::cerr << remark << '\n';
 ///
 /// What is indoors is read: everything with `indoor` or, if it is something to walk on, to go to
 /// or a wall, with a `level`; lifts; and what belongs to these, such as doors on outlines and

@@ -13,10 +13,6 @@ bool isBarrierLine(const OsmTags& tags) {
                              "handrail", "railing", "jersey_barrier", "ticket_barrier"});
 }
 
-bool isPlatform(const OsmTags& tags) {
-  return tags["railway"] == "platform" || tags["public_transport"] == "platform";
-}
-
 /// Part of a building, not the outline of a whole one.
 bool isPart(const OsmTags& tags) {
   return isIndoor(tags) || (hasLevel(tags) && !tags.has("building"));
@@ -58,6 +54,17 @@ bool isWalkingLine(const OsmTags& tags) {
 bool isIndoor(const OsmTags& tags) { return tags.affirms("indoor"); }
 
 bool hasLevel(const OsmTags& tags) { return tags.has("level") || tags.has("repeat_on"); }
+
+bool passesOverOrUnder(const OsmTags& tags) {
+  // A passage through a building is on its ground floor, whatever the layer.
+  if (isIndoor(tags) || hasLevel(tags) || tags["tunnel"] == "building_passage") return false;
+  return tags.affirms("tunnel") || tags.affirms("bridge") ||
+         (tags.has("layer") && tags["layer"] != "0");
+}
+
+bool isPlatform(const OsmTags& tags) {
+  return tags["railway"] == "platform" || tags["public_transport"] == "platform";
+}
 
 bool isConveying(const OsmTags& tags) { return tags.affirms("conveying"); }
 

@@ -66,6 +66,12 @@ bool isIndoor(const OsmTags& tags);
 
 bool hasLevel(const OsmTags& tags);
 
+/// Whether a way outdoors runs through a tunnel or over a bridge, on a level that is not told.
+bool passesOverOrUnder(const OsmTags& tags);
+
+/// Where people get on trains and the like.
+bool isPlatform(const OsmTags& tags);
+
 /// Whether a moving walkway or escalator runs there, in whatever direction.
 bool isConveying(const OsmTags& tags);
 

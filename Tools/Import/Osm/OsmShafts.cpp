@@ -97,6 +97,8 @@ class Shafts {
   bool belongTogether(std::size_t a, std::size_t b) const;
   void join(const std::vector<std::size_t>& cells);
   PlanShaft shaftOf(const std::vector<std::size_t>& cells) const;
+  bool touches(std::size_t cell, const PlanVertex& vertex) const;
+  PlanLevelSet servedBy(const PlanLine& line, const PlanShaft& shaft) const;
   bool linesDoIt(const PlanShaft& shaft) const;
   PlanShaft* shaftAt(const PlanShaft& lift, std::vector<PlanShaft>& shafts) const;
 
@@ -137,31 +139,41 @@ PlanShaft Shafts::shaftOf(const std::vector<std::size_t>& cells) const {
   return shaft;
 }
 
+/// Whether the cell, on its outline or inside, has that point of a line.
+bool Shafts::touches(std::size_t cell, const PlanVertex& vertex) const {
+  const auto& nodes = parts_.cellNodes[cell];
+  return std::find(nodes.begin(), nodes.end(), vertex.node) != nodes.end() ||
+         holds(cell, vertex.coordinate);
+}
+
+/// The levels of the shaft that a line of steps stops at; none for one that is elsewhere.
+PlanLevelSet Shafts::servedBy(const PlanLine& line, const PlanShaft& shaft) const {
+  if (line.levels.size() < 2) return {};
+  const PlanVertex& a = line.vertices[(line.vertices.size() - 1) / 2];
+  const PlanVertex& b = line.vertices[(line.vertices.size() - 1) / 2 + 1];
+  const Coordinate middle{(a.coordinate.latitude + b.coordinate.latitude) / 2,
+                          (a.coordinate.longitude + b.coordinate.longitude) / 2};
+  const auto found = std::find_if(shaft.cells.begin(), shaft.cells.end(), [&](std::size_t cell) {
+    return shareLevel(plan_.cells[cell].levels, line.levels) && holds(cell, middle);
+  });
+  if (found == shaft.cells.end()) return {};
+  // One that leaves the stairwell passes the floors in between.
+  const bool inside =
+      touches(*found, line.vertices.front()) && touches(*found, line.vertices.back());
+  return inside ? line.levels : PlanLevelSet{line.levels.front(), line.levels.back()};
+}
+
 bool Shafts::linesDoIt(const PlanShaft& shaft) const {
   if (shaft.kind == ConnectionKind::elevator) return false;
   PlanLevelSet reached;
   for (const std::size_t index : parts_.steps) {
-    const PlanLine& line = plan_.lines[index];
-    const PlanVertex& a = line.vertices[(line.vertices.size() - 1) / 2];
-    const PlanVertex& b = line.vertices[(line.vertices.size() - 1) / 2 + 1];
-    const Coordinate middle{(a.coordinate.latitude + b.coordinate.latitude) / 2,
-                            (a.coordinate.longitude + b.coordinate.longitude) / 2};
-    const bool inside =
-        line.levels.size() > 1 &&
-        std::any_of(shaft.cells.begin(), shaft.cells.end(), [&](std::size_t cell) {
-          return shareLevel(plan_.cells[cell].levels, line.levels) && holds(cell, middle);
-        });
-    if (inside) reached = united(reached, line.levels);
+    reached = united(reached, servedBy(plan_.lines[index], shaft));
   }
   return std::includes(reached.begin(), reached.end(), shaft.levels.begin(), shaft.levels.end());
 }
 
 PlanShaft* Shafts::shaftAt(const PlanShaft& lift, std::vector<PlanShaft>& shafts) const {
-  const auto hasLift = [&](std::size_t cell) {
-    const auto& nodes = parts_.cellNodes[cell];
-    return std::find(nodes.begin(), nodes.end(), lift.vertex->node) != nodes.end() ||
-           holds(cell, lift.vertex->coordinate);
-  };
+  const auto hasLift = [&](std::size_t cell) { return touches(cell, *lift.vertex); };
   const auto found = std::find_if(shafts.begin(), shafts.end(), [&](const PlanShaft& shaft) {
     return shaft.kind == ConnectionKind::elevator && !shaft.vertex &&
            areNeighbours(shaft.levels, lift.levels) &&

@@ -23,7 +23,8 @@ struct ShaftParts {
 
 /// Adds the shafts that lift cells, stair cells and lift nodes make. Cells of a kind that lie
 /// above each other are one shaft; a lift node in them or on their outline belongs to it. Stairs
-/// whose levels are all reached by lines of steps inside get no shaft.
+/// whose levels are all reached by lines of steps inside get no shaft; steps that begin and end
+/// inside reach all their levels, others those of their ends.
 void addShafts(FloorPlan& plan, const ShaftParts& parts);
 
 /// Whether `point` lies inside the outline of a cell and in none of its holes.

@@ -27,6 +27,9 @@ class OsmTags {
   /// Whether there is a value and it is not "no".
   bool affirms(std::string_view key) const { return has(key) && (*this)[key] != "no"; }
 
+  /// Adds the tags of `other` whose keys this has not.
+  void addMissing(const OsmTags& other) { tags_.insert(other.tags_.begin(), other.tags_.end()); }
+
   bool empty() const { return tags_.empty(); }
 
  private:

@@ -5,9 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <set>
 
+#include "Support/Maps.hpp"
 #include "Tools/Import/Imdf/TestArchive.hpp"
 
 namespace KorvaniTest {
@@ -23,12 +23,8 @@ using testing::SizeIs;
 class CampusArchive : public testing::Test {
  protected:
   void SetUp() override {
-    const std::filesystem::path maps = KORVANI_MAPS_DIR;
-    if (!std::filesystem::exists(maps)) {
-      GTEST_SKIP() << "no maps at " << maps << "; set KORVANI_MAPS_DIR to their folder";
-    }
-    // A folder without this building is no reason to skip: reading it fails then.
-    plan_ = KorvaniTools::readImdf(maps / "spb-polytech-imdf", {});
+    SKIP_WITHOUT_MAPS();
+    plan_ = KorvaniTools::readImdf(mapFile("spb-polytech-imdf"), {});
   }
 
   std::size_t unitsOf(const std::set<std::string>& categories) const {
@@ -99,8 +95,7 @@ TEST_F(CampusArchive, NamesRoomsInTheWantedLanguage) {
   EXPECT_EQ(cafe->further.at("website"), "https://umto.spbstu.ru/Kafe_bufet/");
   ImdfOptions options;
   options.language = "ru";
-  plan_ = KorvaniTools::readImdf(std::filesystem::path(KORVANI_MAPS_DIR) / "spb-polytech-imdf",
-                                 options);
+  plan_ = KorvaniTools::readImdf(mapFile("spb-polytech-imdf"), options);
   const auto room = named("Кабинет 104");
   ASSERT_NE(room, plan_.cells.end());
   EXPECT_EQ(room->further.at("name:en"), "Classroom 104");

@@ -203,5 +203,50 @@ TEST(ImdfRelationships, ThatNameNothingKnownAreNoted) {
   EXPECT_NE(remarkWith(plan, "joins nothing"), "");
 }
 
+TEST(ImdfRelationships, TakeTheUnitAboveTheOneThatTheyName) {
+  TestArchive archive = stacked({0, 1}, {"WUUDDW"}, kCategories);
+  archive.opening("foot", 0, {1, 0.2}, {1, 0.8});
+  archive.opening("head", 1, {3, 0.2}, {3, 0.8});
+  archive.add("relationship", "up", nullptr,
+              {{"category", "escalator"},
+               {"direction", "directed"},
+               {"origin", referenceTo("opening", "foot")},
+               {"intermediary", {referenceTo("unit", "U0")}},
+               {"destination", referenceTo("opening", "head")}});
+  archive.add("relationship", "down", nullptr,
+              {{"category", "escalator"},
+               {"direction", "directed"},
+               {"origin", referenceTo("unit", "W1")},
+               {"intermediary", {referenceTo("unit", "D0")}},
+               {"destination", referenceTo("unit", "W0")}});
+  const FloorPlan plan = archive.read();
+  EXPECT_THAT(plan.lines, IsEmpty());
+  ASSERT_THAT(plan.shafts, SizeIs(2));
+  EXPECT_EQ(cellsOf(plan, plan.shafts[0]), (std::vector<std::string>{"U0", "U1"}));
+  EXPECT_TRUE(plan.shafts[0].oneway);
+  EXPECT_FALSE(plan.shafts[0].backward);
+  EXPECT_EQ(cellsOf(plan, plan.shafts[1]), (std::vector<std::string>{"D0", "D1"}));
+  EXPECT_TRUE(plan.shafts[1].oneway);
+  EXPECT_TRUE(plan.shafts[1].backward);
+  EXPECT_EQ(remarkWith(plan, "escalators"), "");
+}
+
+TEST(ImdfRelationships, BetweenWalkwaysAreLinesWhereTheStairsAreDrawn) {
+  TestArchive archive;
+  archive.floor(0, {"WWWWWWWWWWSSVVVV"}, kCategories);
+  archive.floor(1, {"VVVVVVVVVVVVWWWW"}, kCategories);
+  archive.add("relationship", "flight", nullptr,
+              {{"category", "stairs"},
+               {"direction", "undirected"},
+               {"origin", referenceTo("unit", "W0")},
+               {"intermediary", {referenceTo("unit", "S0")}},
+               {"destination", referenceTo("unit", "W1")}});
+  const FloorPlan plan = archive.read();
+  ASSERT_THAT(plan.lines, SizeIs(1));
+  const auto longitude = [](double x) { return positionOf({x, 0.5})[0].get<double>(); };
+  EXPECT_NEAR(plan.lines[0].vertices[0].coordinate.longitude, longitude(9.75), 1e-6);
+  EXPECT_NEAR(plan.lines[0].vertices[1].coordinate.longitude, longitude(12.25), 1e-6);
+}
+
 }  // namespace
 }  // namespace KorvaniTest

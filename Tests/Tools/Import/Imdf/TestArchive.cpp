@@ -169,7 +169,7 @@ const KorvaniTools::PlanDoor& doorOf(const FloorPlan& plan, const std::string& s
 
 std::string remarkWith(const FloorPlan& plan, const std::string& part) {
   std::string found;
-  for (const std::string& remark : plan.remarks) {
+  for (const std::string& remark : plan.remarks.sentences()) {
     if (remark.find(part) == std::string::npos) continue;
     if (!found.empty()) return "";
     found = remark;

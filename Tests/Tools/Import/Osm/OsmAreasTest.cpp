@@ -28,7 +28,7 @@ TEST(OsmAreas, HaveHoles) {
   EXPECT_EQ(plan.cells[0].name, "Foyer");
   ASSERT_THAT(plan.cells[0].polygons, SizeIs(1));
   EXPECT_THAT(plan.cells[0].polygons[0], ElementsAre(SizeIs(5), SizeIs(5)));
-  EXPECT_THAT(plan.remarks, IsEmpty());
+  EXPECT_THAT(plan.remarks.sentences(), IsEmpty());
 }
 
 TEST(OsmAreas, ArePutTogetherOfWaysInAnyOrderAndDirection) {
@@ -52,8 +52,9 @@ TEST(OsmAreas, UseTheRingsThatCloseWhenMembersAreMissing) {
                kArea);
   const FloorPlan plan = planOf(map);
   EXPECT_THAT(plan.cells.at(0).polygons, SizeIs(1));
-  EXPECT_THAT(plan.remarks, ElementsAre("1 multipolygon is incomplete and was put together of the "
-                                        "rings that close: relation/1"));
+  EXPECT_THAT(plan.remarks.sentences(),
+              ElementsAre("1 multipolygon is incomplete and was put together of the "
+                          "rings that close: relation/1"));
 }
 
 TEST(OsmAreas, WithoutAnOutlineThatClosesAreLeftOut) {
@@ -63,8 +64,9 @@ TEST(OsmAreas, WithoutAnOutlineThatClosesAreLeftOut) {
   map.way("ij", {{"indoor", "wall"}, {"level", "0"}});
   const FloorPlan plan = planOf(map);
   EXPECT_THAT(plan.cells, IsEmpty());
-  EXPECT_THAT(plan.remarks, ElementsAre("1 multipolygon has no outline that closes and was left "
-                                        "out: relation/1"));
+  EXPECT_THAT(plan.remarks.sentences(),
+              ElementsAre("1 multipolygon has no outline that closes and was left "
+                          "out: relation/1"));
 }
 
 TEST(OsmAreas, WithoutAnyMemberInTheFileAreLeftOut) {
@@ -94,6 +96,36 @@ TEST(OsmAreas, KeepTheFeaturesThatTheirMembersAre) {
   const auto inner = map.way("efghe", {{"indoor", "room"}, {"level", "0"}});
   map.relation({{map.way("abcda", {}), "outer"}, {inner, "inner"}}, kArea);
   EXPECT_THAT(planOf(map).cells, SizeIs(2));
+}
+
+TEST(OsmAreas, StandForAnOutlineThatIsDrawnAsTheSameRoom) {
+  OsmDrawing map(kNested);
+  const auto outer = map.way("abcda", {{"indoor", "room"}, {"name", "Hall"}, {"room", "hall"}});
+  map.relation({{outer, "outer"}, {map.way("efghe", {}), "inner"}},
+               {{"indoor", "room"}, {"level", "0"}});
+  const FloorPlan plan = planOf(map);
+  ASSERT_THAT(plan.cells, SizeIs(1));
+  EXPECT_EQ(plan.cells[0].source, "relation/1");
+  EXPECT_EQ(plan.cells[0].name, "Hall");
+  EXPECT_EQ(plan.cells[0].category, "hall");
+}
+
+TEST(OsmAreas, LeaveAnOutlineThatIsSomethingElse) {
+  for (const TagList& tags :
+       {TagList{{"indoor", "area"}, {"level", "0"}}, TagList{{"indoor", "room"}, {"level", "1"}},
+        TagList{{"indoor", "room"}, {"level", "0"}, {"name", "Annexe"}}}) {
+    OsmDrawing map(kNested);
+    map.relation({{map.way("abcda", tags), "outer"}},
+                 {{"indoor", "room"}, {"level", "0"}, {"name", "Hall"}});
+    EXPECT_THAT(planOf(map).cells, SizeIs(2)) << testing::PrintToString(tags);
+  }
+}
+
+TEST(OsmAreas, ThatDoNotCloseLeaveTheirOutlines) {
+  OsmDrawing map(kNested);
+  const auto outer = map.way("abcda", {{"indoor", "room"}, {"level", "0"}});
+  map.relation({{outer, "inner"}}, {{"indoor", "room"}, {"level", "0"}});
+  EXPECT_THAT(planOf(map).cells, SizeIs(1));
 }
 
 TEST(AreaAssembly, SurvivesWaysThatCrossEachOther) {

@@ -91,7 +91,8 @@ TEST(OsmCells, AreNotWholeBuildingsNorLoopsToWalkAlong) {
 TEST(OsmCells, ThatAreNotClosedAreLeftOutWithARemark) {
   const FloorPlan plan = planWith({{"indoor", "room"}, {"level", "0"}}, "abcd");
   EXPECT_THAT(plan.cells, IsEmpty());
-  EXPECT_THAT(plan.remarks, ElementsAre("1 outline is not closed and was left out: way/1"));
+  EXPECT_THAT(plan.remarks.sentences(),
+              ElementsAre("1 outline is not closed and was left out: way/1"));
 }
 
 TEST(OsmCells, AreNamedByNameBeforeNumber) {
@@ -144,8 +145,36 @@ TEST(OsmCells, ThatNobodyLooksForAreNoPlaces) {
 TEST(OsmCells, WithoutALevelAreOnTheGround) {
   const FloorPlan plan = planWith({{"indoor", "room"}});
   EXPECT_EQ(plan.cells.at(0).levels, PlanLevelSet{0});
-  EXPECT_THAT(plan.remarks,
+  EXPECT_THAT(plan.remarks.sentences(),
               ElementsAre("1 feature indoors has no level and was put on level 0: way/1"));
+}
+
+TEST(OsmCells, AreOnTheLevelsThatCanBeRead) {
+  const FloorPlan plan = planWith({{"indoor", "room"}, {"level", "0;roof"}, {"repeat_on", "2, 3"}});
+  EXPECT_EQ(plan.cells.at(0).levels, PlanLevelSet({0, 2, 3}));
+  EXPECT_THAT(plan.remarks.sentences(),
+              ElementsAre("1 feature has a level that cannot be read: way/1"));
+}
+
+TEST(OsmCells, MayNameALevelAsItsOutlineDoes) {
+  OsmDrawing map(kSquare);
+  map.way("abcda", {{"indoor", "room"}, {"level", "EG;1. OG"}});
+  map.way("abcda", {{"indoor", "level"}, {"level", "0.5"}, {"level:ref", "EG"}});
+  map.way("abcda", {{"indoor", "level"}, {"level", "1"}, {"name", "1. OG"}});
+  const FloorPlan plan = planOf(map);
+  EXPECT_EQ(plan.cells.at(0).levels, PlanLevelSet({0.5, 1}));
+  EXPECT_THAT(plan.remarks.sentences(), IsEmpty());
+}
+
+TEST(OsmCells, ThatArePlatformsArePlacesByTheirNumber) {
+  const PlanCell island = cellWith({{"railway", "platform"}, {"level", "1"}, {"ref", "3; 4"}});
+  EXPECT_EQ(island.name, "Platform 3/4");
+  EXPECT_TRUE(island.isPlace);
+  EXPECT_EQ(island.further["ref"], "3; 4");
+  EXPECT_EQ(
+      cellWith({{"railway", "platform"}, {"level", "1"}, {"ref", "3"}, {"name", "North"}}).name,
+      "North");
+  EXPECT_FALSE(cellWith({{"railway", "platform"}, {"level", "1"}}).isPlace);
 }
 
 TEST(OsmCells, OfLevelOutlinesAreNamesOfLevels) {

@@ -67,8 +67,9 @@ TEST(OsmDoors, HaveAWidth) {
 TEST(OsmDoors, WithAWidthThatCannotBeReadHaveTheUsualOne) {
   const FloorPlan plan = planWithNode('e', {{"door", "yes"}, {"width", "wide"}});
   EXPECT_EQ(plan.doors.at(0).width, 1.0);
-  EXPECT_THAT(plan.remarks, ElementsAre("1 door has a width that cannot be read and got the usual "
-                                        "one: node/101"));
+  EXPECT_THAT(plan.remarks.sentences(),
+              ElementsAre("1 door has a width that cannot be read and got the usual "
+                          "one: node/101"));
 }
 
 TEST(OsmDoors, ThatAreClosedToPeopleLetNobodyThrough) {
@@ -174,6 +175,22 @@ TEST(OsmPlaces, AreWorksOfArtWithAName) {
   ASSERT_THAT(plan.places, SizeIs(1));
   EXPECT_EQ(plan.places[0].name, "Bubbles");
   EXPECT_NEAR(plan.places[0].coordinate.latitude, 48.00006, 1e-7);
+}
+
+TEST(OsmDoors, LeadToRoomsWithoutALevelOnTheGround) {
+  OsmDrawing map({"a--e--b", "|     |", "d-----c"});
+  map.way("aebcda", {{"indoor", "room"}});
+  map.way("aebcda", {{"indoor", "room"}, {"level", "1"}});
+  map.node('e', {{"door", "yes"}});
+  EXPECT_EQ(planOf(map).doors.at(0).levels, KorvaniTools::PlanLevelSet({0, 1}));
+}
+
+TEST(OsmDoors, AreNotOnTheGroundForALineWithoutALevel) {
+  OsmDrawing map({"a--e--b  ", "|     |  ", "d-----c-f"});
+  map.way("aebcda", {{"indoor", "room"}, {"level", "1"}});
+  map.way("fe", {{"highway", "footway"}});
+  map.node('e', {{"door", "yes"}});
+  EXPECT_EQ(planOf(map).doors.at(0).levels, KorvaniTools::PlanLevelSet{1});
 }
 
 }  // namespace

@@ -82,8 +82,8 @@ TEST(OsmLines, HaveAKindByTheirTags) {
   }
 }
 
-TEST(OsmLines, OnSeveralLevelsThatAreNoStepsAreRamps) {
-  EXPECT_EQ(lineWith({{"highway", "footway"}, {"level", "0;1"}}).kind, ConnectionKind::ramp);
+TEST(OsmLines, OnSeveralLevelsThatAreNoStepsStayPaths) {
+  EXPECT_EQ(lineWith({{"highway", "footway"}, {"level", "0;1"}}).kind, ConnectionKind::path);
   EXPECT_EQ(lineWith({{"highway", "steps"}, {"level", "0;1"}}).kind, ConnectionKind::stairs);
 }
 
@@ -164,8 +164,26 @@ TEST(OsmLines, WithoutALevelAreOnTheGround) {
   const FloorPlan plan = planOf(map);
   EXPECT_EQ(plan.lines.at(0).levels, PlanLevelSet{0});
   EXPECT_EQ(plan.lines.at(1).levels, PlanLevelSet{0});
-  EXPECT_THAT(plan.remarks,
+  EXPECT_THAT(plan.remarks.sentences(),
               ElementsAre("1 feature indoors has no level and was put on level 0: way/1"));
+}
+
+TEST(OsmLines, WithoutALevelAreOnTheOneThatTheirNeighboursShare) {
+  OsmDrawing map({"a---b---c---d"});
+  map.way("ab", {{"highway", "footway"}, {"level", "-1"}, {"indoor", "yes"}});
+  map.way("bc", {{"highway", "footway"}, {"indoor", "yes"}});
+  map.way("cd", {{"highway", "footway"}, {"level", "-1"}, {"indoor", "yes"}});
+  const FloorPlan plan = planOf(map);
+  EXPECT_EQ(plan.lines.at(1).levels, PlanLevelSet{-1});
+  EXPECT_THAT(plan.remarks.sentences(), IsEmpty());
+}
+
+TEST(OsmLines, WithoutALevelBetweenDifferentOnesAreOnTheGround) {
+  OsmDrawing map({"a---b---c---d"});
+  map.way("ab", {{"highway", "footway"}, {"level", "-1"}});
+  map.way("bc", {{"highway", "footway"}, {"indoor", "yes"}});
+  map.way("cd", {{"highway", "footway"}, {"level", "-2"}});
+  EXPECT_EQ(planOf(map).lines.at(1).levels, PlanLevelSet{0});
 }
 
 TEST(OsmLines, WithALevelThatCannotBeReadAreOnTheGroundAndRemarked) {
@@ -173,7 +191,8 @@ TEST(OsmLines, WithALevelThatCannotBeReadAreOnTheGroundAndRemarked) {
   map.way("ab", {{"highway", "footway"}, {"level", "upstairs"}});
   const FloorPlan plan = planOf(map);
   EXPECT_EQ(plan.lines.at(0).levels, PlanLevelSet{0});
-  EXPECT_THAT(plan.remarks, ElementsAre("1 feature has a level that cannot be read: way/1"));
+  EXPECT_THAT(plan.remarks.sentences(),
+              ElementsAre("1 feature has a level that cannot be read: way/1"));
 }
 
 TEST(OsmLines, OfStepsWithoutALevelJoinWhatTheyMeet) {
@@ -185,7 +204,7 @@ TEST(OsmLines, OfStepsWithoutALevelJoinWhatTheyMeet) {
   ASSERT_THAT(plan.lines, SizeIs(3));
   EXPECT_EQ(plan.lines[2].source, "way/2") << "ways outdoors are behind the others";
   EXPECT_EQ(plan.lines[2].levels, PlanLevelSet({-1, 0}));
-  EXPECT_THAT(plan.remarks, IsEmpty());
+  EXPECT_THAT(plan.remarks.sentences(), IsEmpty());
 }
 
 TEST(OsmLines, AreCutWhereTheFileLacksNodes) {
@@ -195,12 +214,65 @@ TEST(OsmLines, AreCutWhereTheFileLacksNodes) {
   ASSERT_THAT(plan.lines, SizeIs(2));
   EXPECT_EQ(plan.lines[0].vertices.back().node, 'b');
   EXPECT_EQ(plan.lines[1].vertices.front().node, 'c');
-  EXPECT_THAT(plan.remarks, ElementsAre("1 way has corners that are not in the file: way/1"));
+  EXPECT_THAT(plan.remarks.sentences(),
+              ElementsAre("1 way has corners that are not in the file: way/1"));
 }
 
 TEST(OsmLines, DoNotRepeatACorner) {
   OsmDrawing map({"a--b--c"});
   map.way("abbc", {{"highway", "footway"}, {"level", "0"}});
+  EXPECT_THAT(planOf(map).lines.at(0).vertices, SizeIs(3));
+}
+
+/// A room on level 0 that a way crosses, from e over f and g to h.
+OsmDrawing crossedRoom(const TagList& tags) {
+  OsmDrawing map({"   a--------b", "e--f---g----|--h", "   d--------c"});
+  map.way("abcdfa", {{"indoor", "room"}, {"level", "0"}});
+  map.way("efgh", tags);
+  return map;
+}
+
+TEST(OsmLines, ThatPassOverOrUnderARoomAreLeftOutThere) {
+  for (const TagList& tags : {TagList{{"highway", "footway"}, {"layer", "-1"}},
+                              TagList{{"highway", "footway"}, {"tunnel", "yes"}},
+                              TagList{{"highway", "footway"}, {"bridge", "viaduct"}}}) {
+    const FloorPlan plan = planOf(crossedRoom(tags));
+    ASSERT_THAT(plan.lines, SizeIs(1)) << testing::PrintToString(tags);
+    ASSERT_THAT(plan.lines[0].vertices, SizeIs(2));
+    EXPECT_EQ(plan.lines[0].vertices[0].node, 'e');
+    EXPECT_EQ(plan.lines[0].vertices[1].node, 'f');
+    EXPECT_THAT(plan.remarks.sentences(),
+                ElementsAre("1 way passes over or under what is on level 0 and was left out there: "
+                            "way/2"));
+  }
+}
+
+TEST(OsmLines, ThatPassOverOrUnderAWallAreLeftOutThere) {
+  OsmDrawing map({"  a  ", "e---f---g", "  b  "});
+  map.way("ab", {{"indoor", "wall"}, {"level", "0"}});
+  map.way("efg", {{"highway", "footway"}, {"bridge", "yes"}});
+  const FloorPlan plan = planOf(map);
+  ASSERT_THAT(plan.lines, SizeIs(1));
+  EXPECT_EQ(plan.lines[0].vertices.front().node, 'f');
+}
+
+TEST(OsmLines, ThatPassARoomOnTheGroundAreKeptWhole) {
+  for (const TagList& tags :
+       {TagList{{"highway", "footway"}},
+        TagList{{"highway", "footway"}, {"tunnel", "building_passage"}, {"layer", "1"}},
+        TagList{{"highway", "footway"}, {"layer", "0"}},
+        TagList{{"highway", "footway"}, {"layer", "-1"}, {"level", "0"}},
+        TagList{{"highway", "footway"}, {"layer", "-1"}, {"indoor", "yes"}}}) {
+    const FloorPlan plan = planOf(crossedRoom(tags));
+    ASSERT_THAT(plan.lines, SizeIs(1)) << testing::PrintToString(tags);
+    EXPECT_THAT(plan.lines[0].vertices, SizeIs(4));
+  }
+}
+
+TEST(OsmLines, ThatPassOverARoomOfAnotherLevelAreKeptWhole) {
+  OsmDrawing map({"   a--------b", "e--f---g----|--h", "   d--------c"});
+  map.way("abcdfa", {{"indoor", "room"}, {"level", "1"}});
+  map.way("egh", {{"highway", "footway"}, {"bridge", "yes"}});
   EXPECT_THAT(planOf(map).lines.at(0).vertices, SizeIs(3));
 }
 

@@ -60,7 +60,7 @@ TEST(OsmReader, KeepsFloorOutdoorsWholeWhenItIsNear) {
   const FloorPlan plan = planOf(map);
   ASSERT_THAT(plan.cells, SizeIs(1));
   EXPECT_THAT(plan.cells[0].polygons.at(0).at(0), SizeIs(4));
-  EXPECT_THAT(plan.remarks, IsEmpty());
+  EXPECT_THAT(plan.remarks.sentences(), IsEmpty());
 }
 
 TEST(OsmReader, KeepsSquaresOutdoorsWithHoles) {

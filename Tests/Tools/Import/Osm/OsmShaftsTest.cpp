@@ -113,7 +113,8 @@ TEST(OsmShafts, AreNotClosedToPeople) {
   const FloorPlan plan = planOf(map);
   EXPECT_THAT(plan.shafts, IsEmpty());
   EXPECT_THAT(plan.cells, SizeIs(1));
-  EXPECT_THAT(plan.remarks, ElementsAre("1 lift is closed to people and was left out: node/105"));
+  EXPECT_THAT(plan.remarks.sentences(),
+              ElementsAre("1 lift is closed to people and was left out: node/105"));
 }
 
 TEST(OsmShafts, AreStairAreasWithoutALine) {
@@ -137,6 +138,20 @@ TEST(OsmShafts, AreStairAreasThatLinesOfStepsServeInPart) {
   map.way("abcda", {{"indoor", "room"}, {"stairs", "yes"}, {"level", "0-2"}});
   map.way("eg", {{"highway", "steps"}, {"level", "0;1"}});
   map.way("ik", {{"highway", "steps"}, {"level", "1;2"}});
+  EXPECT_EQ(onlyShaft(map).levels, PlanLevelSet({0, 1, 2}));
+}
+
+TEST(OsmShafts, AreNotStairAreasThatOneLineServesFromTheLowestToTheHighest) {
+  OsmDrawing map(kShafts);
+  map.way("abcda", {{"indoor", "room"}, {"stairs", "yes"}, {"level", "0-2"}});
+  map.way("eg", {{"highway", "steps"}, {"level", "0-2"}});
+  EXPECT_THAT(planOf(map).shafts, IsEmpty());
+}
+
+TEST(OsmShafts, AreStairAreasThatALineLeavesBetweenItsLowestAndItsHighestLevel) {
+  OsmDrawing map(kShafts);
+  map.way("abcda", {{"indoor", "room"}, {"stairs", "yes"}, {"level", "0-2"}});
+  map.way("hfi", {{"highway", "steps"}, {"level", "0-2"}});
   EXPECT_EQ(onlyShaft(map).levels, PlanLevelSet({0, 1, 2}));
 }
 

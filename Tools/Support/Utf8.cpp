@@ -1,4 +1,4 @@
-#include "Drawing/Utf8.hpp"
+#include "Support/Utf8.hpp"
 
 #include <array>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Internal. Text character by character.
+/// Text character by character.
 
 #include <cstddef>
 #include <cstdint>

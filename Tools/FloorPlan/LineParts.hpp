@@ -1,0 +1,43 @@
+#pragma once
+
+/// Internal. How the drawn lines of a level hang together.
+
+#include <cstddef>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "FloorPlan/PlanGraph.hpp"
+
+namespace KorvaniTools {
+
+/// Whether people step on and off at any point of a line of this kind, as on plain floor.
+bool isWalkedOn(ConnectionKind kind);
+
+/// Which nodes of drawn lines are joined by lines of their level alone, and at which of them
+/// people come from the floor beside.
+///
+/// Ways by other levels do not count: who wants to cross a platform does not take the stairs down
+/// and up again for it.
+class LineParts {
+ public:
+  /// @param sources of each drawn piece
+  LineParts(const PlanGraph& graph, std::int64_t level, const std::vector<std::string>& sources);
+
+  /// The part that the node of a drawn line of the level belongs to.
+  std::size_t of(std::size_t node) const { return parts_.at(node); }
+  bool knows(std::size_t node) const { return parts_.contains(node); }
+
+  /// Whether the node lies amid stairs or an escalator, where nobody steps off.
+  bool amidStairs(std::size_t node) const { return amid_.contains(node); }
+
+ private:
+  std::size_t first(std::size_t node);
+  void findAmid(const PlanGraph& graph, const std::vector<std::string>& sources);
+
+  std::map<std::size_t, std::size_t> parts_;  ///< node -> the first node of its part
+  std::set<std::size_t> amid_;
+};
+
+}  // namespace KorvaniTools
