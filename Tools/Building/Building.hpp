@@ -25,7 +25,8 @@ struct BuildingRegion {
   std::int64_t level = 0;
   std::optional<std::string> name;  ///< unique among the regions that have one
   Rectangle rectangle;
-  bool made = false;  ///< made for a level that has none in the file
+  bool made = false;                        ///< made for a level that has none in the file
+  std::optional<std::size_t> feature = {};  ///< absent for a made one
 };
 
 /// A point that routes pass through.
@@ -57,13 +58,14 @@ struct ObstacleLine {
 };
 
 /// A wall or anything else that cannot be walked through. Lines that touch no region of their
-/// level have been left out, so `lines` may be empty.
+/// level are no part of the graph and stand by themselves, so `lines` may be empty.
 struct BuildingObstacle {
   std::size_t feature = 0;
   std::int64_t level = 0;
   std::int64_t strength = 0;
   std::optional<std::string> regionName;  ///< as the file says
   std::vector<ObstacleLine> lines;
+  std::vector<std::vector<Coordinate>> droppedLines = {};  ///< those that touch no region
 };
 
 /// A named destination for people; not part of the graph.
@@ -73,6 +75,7 @@ struct Place {
   Coordinate coordinate;
   bool entrance = false;
   nlohmann::json further = nlohmann::json::object();  ///< the feature's other properties
+  std::size_t feature = 0;
 };
 
 /// A room's outline, for drawing; not part of the graph.

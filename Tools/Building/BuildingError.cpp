@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "Support/PlainText.hpp"
+
 namespace KorvaniTools {
 namespace {
 
@@ -11,7 +13,7 @@ std::string message(const std::string& file, std::optional<std::size_t> feature,
   std::string text = file + ": ";
   if (feature) text += "features[" + std::to_string(*feature) + "]: ";
   if (!subject.empty()) text += subject + ": ";
-  return text + "found " + found + ", expected " + expected;
+  return plainLine(text + "found " + found + ", expected " + expected);
 }
 
 }  // namespace

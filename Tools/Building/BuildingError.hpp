@@ -9,7 +9,7 @@ namespace KorvaniTools {
 
 /// What is wrong with a building file, and where.
 ///
-/// `what()` says all of it on one line:
+/// `what()` says all of it on one line that is safe for a terminal:
 ///
 ///     hall.building.geojson: features[12]: level of a node: found "two", expected an integer
 ///     from -1000 to 1000

@@ -97,6 +97,7 @@ void FeatureParser::addRegion(const Feature& feature) {
   if (region.name && !regionNames_.insert(*region.name).second) {
     feature.fields.fail("name", inQuotes(*region.name) + " a second time", "a name of its own");
   }
+  region.feature = feature.index;
   building_.regions.push_back(std::move(region));
 }
 
@@ -168,6 +169,7 @@ void FeatureParser::addPlace(const Feature& feature) {
   for (const auto& [key, value] : feature.properties.items()) {
     if (!value.is_null() && !kind.knows(key)) place.further[key] = value;
   }
+  place.feature = feature.index;
   building_.places.push_back(std::move(place));
 }
 

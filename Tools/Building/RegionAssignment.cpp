@@ -122,8 +122,13 @@ void assignObstacle(BuildingObstacle& obstacle, Building& building, const Region
     line.regions = regionsTouching(building, candidates, boxOf(line));
   }
   const auto dropped =
-      std::erase_if(obstacle.lines, [](const ObstacleLine& line) { return line.regions.empty(); });
-  building.summary.droppedObstacleLines += dropped;
+      std::stable_partition(obstacle.lines.begin(), obstacle.lines.end(),
+                            [](const ObstacleLine& line) { return !line.regions.empty(); });
+  for (auto line = dropped; line != obstacle.lines.end(); ++line) {
+    obstacle.droppedLines.push_back(std::move(line->positions));
+  }
+  obstacle.lines.erase(dropped, obstacle.lines.end());
+  building.summary.droppedObstacleLines += obstacle.droppedLines.size();
 }
 
 }  // namespace

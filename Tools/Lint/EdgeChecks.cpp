@@ -19,15 +19,38 @@ double groundMetres(const LintSubject& subject, const BuildingEdge& edge) {
                                               subject.node(edge.to).coordinate);
 }
 
-/// The straight line through the air, levels as high as the options say.
-double straightMetres(const LintSubject& subject, const BuildingEdge& edge) {
+/// The straight line through the air when levels are so high.
+double straightMetres(const LintSubject& subject, const BuildingEdge& edge, double levelHeight) {
   const auto levels = subject.node(edge.to).level - subject.node(edge.from).level;
-  return std::hypot(groundMetres(subject, edge),
-                    static_cast<double>(levels) * subject.options().levelHeight);
+  return std::hypot(groundMetres(subject, edge), static_cast<double>(levels) * levelHeight);
 }
 
 bool changesLevel(const LintSubject& subject, const BuildingEdge& edge) {
   return subject.node(edge.from).level != subject.node(edge.to).level;
+}
+
+/// Whether an edge of that length is shorter than `metres`, by more than rounding explains.
+bool isShorter(const LintSubject& subject, double length, double metres) {
+  const LintOptions& options = subject.options();
+  return length < metres - std::max(options.shortShare * metres, options.shortMetres);
+}
+
+LintFinding shortFinding(const LintSubject& subject, const BuildingEdge& edge, double ground) {
+  LintFinding finding = edgeFinding(subject, edge);
+  finding.message = edgeWords(edge) + " is " + exactMetres(*edge.distance) +
+                    " long, but its nodes are " + exactMetres(ground) +
+                    " apart: mend its distance, or leave it out to have it measured.";
+  return finding;
+}
+
+LintFinding flatFinding(const LintSubject& subject, const BuildingEdge& edge, double least) {
+  LintFinding finding = edgeFinding(subject, edge);
+  finding.severity = LintSeverity::warning;
+  finding.message = edgeWords(edge) + " is " + exactMetres(*edge.distance) +
+                    " long, but from level " + std::to_string(subject.node(edge.from).level) +
+                    " to level " + std::to_string(subject.node(edge.to).level) + " it is " +
+                    exactMetres(least) + " even where levels are low: mend its distance.";
+  return finding;
 }
 
 }  // namespace
@@ -37,14 +60,12 @@ LintFindings findShortEdges(LintSubject& subject) {
   for (const BuildingEdge& edge : subject.building().edges) {
     if (!edge.distance) continue;
     const double ground = groundMetres(subject, edge);
-    const double slack =
-        std::max(subject.options().shortShare * ground, subject.options().shortMetres);
-    if (!(*edge.distance < ground - slack)) continue;
-    LintFinding finding = edgeFinding(subject, edge);
-    finding.message = edgeWords(edge) + " is " + exactMetres(*edge.distance) +
-                      " long, but its nodes are " + exactMetres(ground) +
-                      " apart: mend its distance, or leave it out to have it measured.";
-    findings.push_back(std::move(finding));
+    const double least = straightMetres(subject, edge, subject.options().leastLevelHeight);
+    if (isShorter(subject, *edge.distance, ground)) {
+      findings.push_back(shortFinding(subject, edge, ground));
+    } else if (isShorter(subject, *edge.distance, least)) {
+      findings.push_back(flatFinding(subject, edge, least));
+    }
   }
   return findings;
 }
@@ -54,7 +75,7 @@ LintFindings findLongEdges(LintSubject& subject) {
   LintFindings findings;
   for (const BuildingEdge& edge : subject.building().edges) {
     if (!edge.distance) continue;
-    const double straight = straightMetres(subject, edge);
+    const double straight = straightMetres(subject, edge, options.levelHeight);
     const bool tooLong = *edge.distance > options.longFactor * straight &&
                          *edge.distance > straight + options.longMetres;
     if (!tooLong) continue;

@@ -25,7 +25,9 @@ const std::vector<CheckedRule>& checkedRules() {
   static const std::vector<CheckedRule> kRules{
       {{"edge-through-wall", kError, "edges that run through a wall or touch one"},
        findEdgesThroughWalls},
-      {{"edge-too-short", kError, "edges shorter than the ground between their nodes"},
+      {{"edge-too-short", kError,
+        "edges shorter than the ground between their nodes; a warning when only their rise is too "
+        "short"},
        findShortEdges},
       {{"edge-too-long", kWarning, "edges much longer than the straight line of their nodes"},
        findLongEdges},

@@ -41,6 +41,9 @@ struct LintOptions {
   /// share of it and this many metres, which leaves room for rounding and for other ellipsoids.
   double shortShare = 0.01;
   double shortMetres = 0.1;
+  /// An edge from one level to another rises by so many metres a level at least; half-levels and
+  /// low mezzanines count as levels.
+  double leastLevelHeight = 1.5;
   /// An edge is too long when it is more than so many times, and more than so many metres, longer
   /// than the straight line.
   double longFactor = 3.0;

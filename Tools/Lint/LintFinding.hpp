@@ -46,6 +46,9 @@ struct LintFinding {
   std::vector<LintEdge> edges;        ///< the edges concerned
   std::vector<std::size_t> features;  ///< indexes into the file's `features`, from 0
   std::vector<std::string> names;     ///< names of the places or regions concerned
+  /// What the places were made of, as an importer wrote it down ("way/12"): to be mended in the map
+  /// that was imported.
+  std::vector<std::string> sources;
 };
 
 }  // namespace KorvaniTools

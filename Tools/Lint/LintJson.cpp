@@ -28,9 +28,14 @@ OrderedJson linesGeometry(const std::vector<std::vector<Coordinate>>& lines) {
   return geometry("MultiLineString", std::move(list));
 }
 
+/// What has no width or no height is no polygon.
 OrderedJson areaGeometry(const Rectangle& area) {
   const Coordinate southWest = area.southWest;
   const Coordinate northEast = area.northEast;
+  if (southWest == northEast) return geometry("Point", position(southWest));
+  if (southWest.latitude == northEast.latitude || southWest.longitude == northEast.longitude) {
+    return geometry("LineString", positions({southWest, northEast}));
+  }
   return geometry("Polygon",
                   OrderedJson::array({positions({southWest,
                                                  {southWest.latitude, northEast.longitude},
@@ -67,6 +72,7 @@ OrderedJson membersOf(const LintFinding& finding) {
   members["edges"] = std::move(edges);
   members["features"] = finding.features;
   members["names"] = finding.names;
+  members["sources"] = finding.sources;
   return members;
 }
 

@@ -48,6 +48,17 @@ const std::vector<PlaceNodes>& LintSubject::placeNodes() {
   return *placeNodes_;
 }
 
+namespace {
+
+/// What an importer made the place of; empty when it does not say.
+std::string sourceOf(const Place& place) {
+  const auto found = place.further.find("source");
+  if (found == place.further.end() || !found->is_string()) return "";
+  return found->get<std::string>();
+}
+
+}  // namespace
+
 bool anyOf(const NodeIndexes& nodes, const NodeSet& set) {
   return std::any_of(nodes.begin(), nodes.end(), [&](std::size_t node) { return set[node]; });
 }
@@ -79,8 +90,15 @@ LintFinding placeFinding(const Place& place) {
   LintFinding finding;
   addLevel(finding, place.level);
   finding.at = {place.coordinate};
-  finding.names = {place.name};
+  addPlace(finding, place);
   return finding;
+}
+
+void addPlace(LintFinding& finding, const Place& place) {
+  finding.features.push_back(place.feature);
+  finding.names.push_back(place.name);
+  const std::string source = sourceOf(place);
+  if (!source.empty()) finding.sources.push_back(source);
 }
 
 void addLevel(LintFinding& finding, std::int64_t level) {
@@ -94,7 +112,11 @@ std::string edgeWords(const BuildingEdge& edge) {
 
 std::string nodeWords(std::int64_t id) { return "Node " + std::to_string(id); }
 
-std::string placeWords(const std::string& name) { return "Place \"" + name + '"'; }
+std::string placeWords(const Place& place) {
+  const std::string source = sourceOf(place);
+  return "Place \"" + place.name + "\" of level " + std::to_string(place.level) + " (" +
+         featureWords({place.feature}) + (source.empty() ? "" : ", " + source) + ')';
+}
 
 std::string featureWords(const std::vector<std::size_t>& features) {
   std::vector<std::string> words;

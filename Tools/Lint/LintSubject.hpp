@@ -76,13 +76,17 @@ LintFinding nodeFinding(const BuildingNode& node);
 /// A finding about one place.
 LintFinding placeFinding(const Place& place);
 
+/// Adds a place's name, its feature and where it comes from.
+void addPlace(LintFinding& finding, const Place& place);
+
 /// Adds levels; they stay ascending, each once.
 void addLevel(LintFinding& finding, std::int64_t level);
 
-/// "Edge 12-13", "Node 12", "Place \"Desk\"", to begin a sentence with.
+/// "Edge 12-13", "Node 12", "Place \"Desk\" of level 2 (feature 7, way/12)", to begin a sentence
+/// with.
 std::string edgeWords(const BuildingEdge& edge);
 std::string nodeWords(std::int64_t id);
-std::string placeWords(const std::string& name);
+std::string placeWords(const Place& place);
 
 /// "feature 7", "features 7 and 9", "features 7, 8, 9 and 20 more".
 std::string featureWords(const std::vector<std::size_t>& features);

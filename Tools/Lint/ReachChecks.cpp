@@ -67,7 +67,7 @@ class GroupFindings {
     const auto& placeNodes = subject_.placeNodes();
     for (std::size_t i = 0; i < placeNodes.size(); ++i) {
       for (const std::size_t group : groupsOf(placeNodes[i])) {
-        findings_[group].names.push_back(subject_.building().places[i].name);
+        addPlace(findings_[group], subject_.building().places[i]);
       }
     }
   }

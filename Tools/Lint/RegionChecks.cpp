@@ -37,19 +37,24 @@ class RegionWords {
       const std::size_t number = ++counts[region.level];
       words_.push_back(region.name ? '"' + *region.name + '"'
                                    : "number " + std::to_string(number) + " of level " +
-                                         std::to_string(region.level));
+                                         std::to_string(region.level) + featureInBrackets(region));
     }
   }
 
-  /// "region \"North\"", "region number 2 of level 0".
+  /// "region \"North\"", "region number 2 of level 0 (feature 7)".
   std::string of(std::size_t region) const { return "region " + words_[region]; }
   std::string capitalOf(std::size_t region) const { return "Region " + words_[region]; }
 
  private:
+  static std::string featureInBrackets(const BuildingRegion& region) {
+    return region.feature ? " (" + featureWords({*region.feature}) + ')' : "";
+  }
+
   std::vector<std::string> words_;
 };
 
-void addName(LintFinding& finding, const BuildingRegion& region) {
+void addRegion(LintFinding& finding, const BuildingRegion& region) {
+  if (region.feature) finding.features.push_back(*region.feature);
   if (region.name) finding.names.push_back(*region.name);
 }
 
@@ -85,8 +90,8 @@ LintFinding overlapFinding(const Building& building, const RegionWords& words, s
   finding.area = overlap;
   finding.at = {{(overlap.southWest.latitude + overlap.northEast.latitude) / 2,
                  (overlap.southWest.longitude + overlap.northEast.longitude) / 2}};
-  addName(finding, building.regions[first]);
-  addName(finding, building.regions[second]);
+  addRegion(finding, building.regions[first]);
+  addRegion(finding, building.regions[second]);
   finding.message = words.capitalOf(first) + " overlaps " + words.of(second) +
                     "; where they do, people are taken to be in the first and see none of the "
                     "second's nodes: draw them side by side.";
@@ -160,8 +165,8 @@ LintFindings findNodesInOtherRegions(LintSubject& subject) {
     if (taken == node.region || isOutside(building, node, regions.at(node.level))) continue;
     LintFinding finding = nodeFinding(node);
     finding.severity = LintSeverity::warning;
-    addName(finding, building.regions[node.region]);
-    addName(finding, building.regions[taken]);
+    addRegion(finding, building.regions[node.region]);
+    addRegion(finding, building.regions[taken]);
     finding.message = nodeWords(node.id) + " belongs to " + words.of(node.region) +
                       ", but people there are taken to be in " + words.of(taken) +
                       " and do not see it: put it into that region, or mend the regions.";

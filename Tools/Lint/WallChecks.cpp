@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <string>
 #include <utility>
@@ -15,7 +16,8 @@ namespace {
 using KorvaniPlatform::greatCircleDistance;
 using KorvaniPlatform::MKMapPointForCoordinate;
 
-/// A wall that is this near to an edge's end, in metres, is touched by the node.
+/// A wall that is this near to an edge's end, in metres, is touched by the node; one that is this
+/// near to the edge itself for a while has the edge in it.
 constexpr double kTouchMetres = 0.01;
 
 /// So many hits of one edge are told at most, the first ones. More say nothing new.
@@ -25,7 +27,14 @@ constexpr std::size_t kToldHits = 50;
 struct Hit {
   double fraction;  ///< of the way from the edge's start
   std::size_t obstacle;
+  bool along;  ///< the edge runs along in the wall
 };
+
+/// `metres` in units of the map plane, where the line from `a` to `b` is.
+double planeUnits(double metres, MapPoint a, MapPoint b) {
+  const double length = KorvaniPlatform::MKMetersBetweenMapPoints(a, b);
+  return length > 0 ? metres * std::hypot(b.x - a.x, b.y - a.y) / length : 0;
+}
 
 /// The walls of every level, those of all its regions together: an edge may lead from one region
 /// into the next.
@@ -35,9 +44,13 @@ class LevelWalls {
 
   std::vector<Hit> hits(std::int64_t level, MapPoint a, MapPoint b) {
     const WallIndex& walls = wallsOf(level);
+    const double touch = planeUnits(kTouchMetres, a, b);
     std::vector<Hit> hits;
-    for (const std::size_t wall : walls.met(a, b)) {
-      hits.push_back({*whereLineMeets(a, b, walls.pieces()[wall]), walls.pieces()[wall].obstacle});
+    for (const std::size_t near : walls.near(a, b)) {
+      const WallPiece& wall = walls.pieces()[near];
+      const auto along = whereLineRunsAlong(a, b, wall, touch);
+      const auto fraction = along ? along : whereLineMeets(a, b, wall);
+      if (fraction) hits.push_back({*fraction, wall.obstacle, along.has_value()});
     }
     std::stable_sort(hits.begin(), hits.end(),
                      [](const Hit& one, const Hit& two) { return one.fraction < two.fraction; });
@@ -84,6 +97,12 @@ std::string wallMessage(const LintSubject& subject, const BuildingEdge& edge,
            ", which is as good as running through it: move the node off the wall, or end the wall "
            "before it.";
   }
+  const bool along =
+      std::all_of(hits.begin(), hits.end(), [](const Hit& hit) { return hit.along; });
+  if (along) {
+    return edgeWords(edge) + " runs along in " + wall +
+           ": lead it beside the wall, or leave a gap in the wall.";
+  }
   return edgeWords(edge) + " runs through " + wall +
          ": lead it through a door, or leave a gap in the wall.";
 }
@@ -111,6 +130,12 @@ bool hasExtent(const ObstacleLine& line) {
   return std::any_of(line.positions.begin(), line.positions.end(), [&](const Coordinate& position) {
     return position != line.positions.front();
   });
+}
+
+/// Those of at least two positions; a single one is no line.
+std::vector<std::vector<Coordinate>> drawableLines(std::vector<std::vector<Coordinate>> lines) {
+  std::erase_if(lines, [](const auto& line) { return line.size() < 2; });
+  return lines;
 }
 
 }  // namespace
@@ -150,12 +175,15 @@ LintFindings findObstaclesWithoutExtent(LintSubject& subject) {
 LintFindings findObstaclesOutsideRegions(LintSubject& subject) {
   LintFindings findings;
   for (const BuildingObstacle& obstacle : subject.building().obstacles) {
-    if (!obstacle.lines.empty()) continue;
+    if (obstacle.droppedLines.empty()) continue;
     LintFinding finding;
     finding.severity = LintSeverity::warning;
     finding.levels = {obstacle.level};
+    for (const auto& line : obstacle.droppedLines) finding.at.push_back(line.front());
+    finding.lines = drawableLines(obstacle.droppedLines);
     finding.features = {obstacle.feature};
-    finding.message = "The obstacle of feature " + std::to_string(obstacle.feature) +
+    finding.message = (obstacle.lines.empty() ? "The obstacle" : "A part of the obstacle") +
+                      std::string(" of feature ") + std::to_string(obstacle.feature) +
                       " lies outside every region of level " + std::to_string(obstacle.level) +
                       ", so nobody notices it: widen the region, or mend its level.";
     findings.push_back(std::move(finding));

@@ -26,6 +26,12 @@ struct WallPiece {
 /// lines never meet.
 std::optional<double> whereLineMeets(MapPoint a, MapPoint b, const WallPiece& wall);
 
+/// Where a line from `a` to `b` runs along a wall, within `apart` units of it and for more than
+/// that: the fraction of the way from `a` at which it has got to the middle of what they share.
+/// None when it does not. The engine takes no notice of such a wall.
+std::optional<double> whereLineRunsAlong(MapPoint a, MapPoint b, const WallPiece& wall,
+                                         double apart);
+
 /// The pieces of all obstacles of `building` that `wanted` says yes to, in the order of the file.
 template <class Wanted>
 std::vector<WallPiece> wallPieces(const Building& building, Wanted wanted) {
@@ -58,6 +64,10 @@ class WallIndex {
 
   /// Indexes of the walls that the line meets, ascending.
   std::vector<std::size_t> met(MapPoint a, MapPoint b) const;
+
+  /// Indexes of the walls that lie near the line, ascending: all that come within a hundredth of a
+  /// metre of it, and some that do not.
+  std::vector<std::size_t> near(MapPoint a, MapPoint b) const;
 
   /// Index of one of the walls that the line meets, whichever; none when it meets none.
   std::optional<std::size_t> anyMet(MapPoint a, MapPoint b) const;

@@ -9,7 +9,7 @@ namespace KorvaniTools {
 
 /// What is wrong with a line of a trace file.
 ///
-/// `what()` says all of it on one line:
+/// `what()` says all of it on one line that is safe for a terminal:
 ///
 ///     walk.trace.ndjson: line 12: level of at: found "two", expected an integer
 class TraceError : public InputError {

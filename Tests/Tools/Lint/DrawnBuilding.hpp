@@ -54,8 +54,9 @@ class DrawnBuilding {
     const auto rows = static_cast<double>(read.rows());
     building_.regions.push_back({level,
                                  "Level " + std::to_string(level),
-                                 {coordinate(-0.5, rows - 0.5), coordinate(columns - 0.5, -0.5)}});
-    ++features_;
+                                 {coordinate(-0.5, rows - 0.5), coordinate(columns - 0.5, -0.5)},
+                                 false,
+                                 features_++});
     for (const TextDrawing::Node& node : read.nodes()) {
       this->node(std::string(1, node.name), level, node.cell.column, node.cell.row);
     }
@@ -93,7 +94,13 @@ class DrawnBuilding {
 
   DrawnBuilding& place(const std::string& name, std::int64_t level, double column, double row,
                        bool entrance = false) {
-    building_.places.push_back({name, level, coordinate(column, row), entrance});
+    KorvaniTools::Place place;
+    place.name = name;
+    place.level = level;
+    place.coordinate = coordinate(column, row);
+    place.entrance = entrance;
+    place.feature = features_++;
+    building_.places.push_back(std::move(place));
     return *this;
   }
 

@@ -94,6 +94,39 @@ TEST(LintEdges, ANodeOnAWallIsToldFromAnEdgeThroughIt) {
               AllOf(HasSubstr("touches a wall (feature 4) at node 2"), HasSubstr("move the node")));
 }
 
+TEST(LintEdges, OneThatRunsAlongInAWallIsAnError) {
+  DrawnBuilding drawn(10);
+  drawn.level(0, "A         B");
+  drawn.wall(0, {drawn.coordinate(4, 0), drawn.coordinate(8, 0)});
+  drawn.join("A", "B");
+  const auto findings = found(drawn, "edge-through-wall");
+  ASSERT_THAT(findings, SizeIs(1));
+  EXPECT_EQ(findings[0].severity, LintSeverity::error);
+  EXPECT_THAT(findings[0].message, HasSubstr("Edge 1-2 runs along in a wall (feature 3)"));
+  ASSERT_THAT(findings[0].at, SizeIs(1));
+  EXPECT_NEAR(KorvaniPlatform::greatCircleDistance(findings[0].at[0], drawn.coordinate(6, 0)), 0,
+              1e-3);
+}
+
+TEST(LintEdges, OneWhollyInAWallIsAnErrorHoweverItLies) {
+  DrawnBuilding drawn(10);
+  drawn.level(0, "A  B").node("C", 0, 7, 5);
+  drawn.wall(0, {drawn.coordinate(-5, 0), drawn.coordinate(9, 0)});
+  drawn.wall(0, {drawn.coordinate(3.0002, 0.0006), drawn.coordinate(6.9998, 4.9994)});
+  drawn.join("A", "B").join("C", "B");
+  EXPECT_THAT(found(drawn, "edge-through-wall"), SizeIs(2));
+}
+
+TEST(LintEdges, OneBesideAWallOrBehindItsEndIsFine) {
+  DrawnBuilding drawn;
+  drawn.level(0, "A         B");
+  drawn.wall(0, {drawn.coordinate(0, 0.02), drawn.coordinate(10, 0.02)});
+  drawn.wall(0, {drawn.coordinate(10.1, 0), drawn.coordinate(15, 0)});
+  drawn.wall(0, {drawn.coordinate(5, 0.005), drawn.coordinate(5, 1)});
+  drawn.join("A", "B");
+  EXPECT_THAT(found(drawn, "edge-through-wall"), IsEmpty());
+}
+
 TEST(LintEdges, AWallOfAnotherLevelAndAnEdgeBetweenLevelsAreFine) {
   DrawnBuilding drawn;
   drawn.level(0, "A    B");
@@ -136,15 +169,37 @@ TEST(LintEdges, ADistanceMayBeRounded) {
   EXPECT_THAT(found(small, "edge-too-short"), IsEmpty());
 }
 
-TEST(LintEdges, BetweenLevelsOnlyTheGroundCounts) {
+TEST(LintEdges, BelowTheGroundBetweenItsNodesOneBetweenLevelsIsAnErrorToo) {
   DrawnBuilding drawn(10);
   drawn.level(0, "A");
   drawn.level(1, "B C");
-  drawn.join("A", "B", {.distance = 0.5}).join("A", "C", {.distance = 12.0});
+  drawn.join("A", "C", {.distance = 12.0});
   const auto findings = found(drawn, "edge-too-short");
   ASSERT_THAT(findings, SizeIs(1));
+  EXPECT_EQ(findings[0].severity, LintSeverity::error);
   EXPECT_THAT(findings[0].edges, ElementsAre(LintEdge{1, 3}));
   EXPECT_THAT(findings[0].levels, ElementsAre(0, 1));
+}
+
+TEST(LintEdges, ALiftThatHardlyRisesIsAWarning) {
+  DrawnBuilding drawn;
+  drawn.level(0, "A").level(1, "B").level(3, "C");
+  drawn.join("A", "B", {.distance = 0.5}).join("B", "A", {.distance = 1.5});
+  drawn.join("A", "C", {.distance = 3.0}).join("C", "A");
+  const auto findings = found(drawn, "edge-too-short");
+  ASSERT_THAT(findings, SizeIs(2));
+  EXPECT_EQ(findings[0].severity, LintSeverity::warning);
+  EXPECT_THAT(findings[0].message,
+              HasSubstr("Edge 1-2 is 0.50 m long, but from level 0 to level 1 it is 1.50 m"));
+  EXPECT_THAT(findings[1].edges, ElementsAre(LintEdge{1, 3}));
+}
+
+TEST(LintEdges, AStairsRiseAndGroundCountTogether) {
+  DrawnBuilding drawn;
+  drawn.level(0, "A").level(1, "  B").join("A", "B", {.distance = 2.2});
+  EXPECT_THAT(found(drawn, "edge-too-short"), SizeIs(1));
+  drawn.contents().edges[0].distance = 2.45;
+  EXPECT_THAT(found(drawn, "edge-too-short"), IsEmpty());
 }
 
 TEST(LintEdges, ADistanceFarAboveTheStraightLineIsAWarning) {

@@ -33,8 +33,23 @@ TEST(LintPlaces, OneInAClosedRoomSeesNoNode) {
   EXPECT_EQ(findings[0].severity, LintSeverity::error);
   EXPECT_THAT(findings[0].names, ElementsAre("Vault"));
   EXPECT_EQ(findings[0].at.at(0), drawn.coordinate(6, 2));
-  EXPECT_THAT(findings[0].message, HasSubstr("Place \"Vault\" of level 0 sees no node"));
+  EXPECT_THAT(findings[0].features, ElementsAre(8));
+  EXPECT_THAT(findings[0].sources, IsEmpty());
+  EXPECT_THAT(findings[0].message,
+              HasSubstr("Place \"Vault\" of level 0 (feature 8) sees no node"));
   EXPECT_THAT(placesFound(drawn, "place-unreachable"), IsEmpty());
+}
+
+TEST(LintPlaces, OnesOfTheSameNameAreToldApartAndNameTheirSource) {
+  DrawnBuilding drawn;
+  drawn.level(0, "A--B").place("Shut", 7, 0, 0).place("Shut", 7, 1, 0);
+  drawn.contents().places[1].further["source"] = "way/12";
+  const auto findings = found(drawn, "place-on-empty-level");
+  ASSERT_THAT(findings, SizeIs(2));
+  EXPECT_THAT(findings[0].features, ElementsAre(4));
+  EXPECT_THAT(findings[1].features, ElementsAre(5));
+  EXPECT_THAT(findings[1].sources, ElementsAre("way/12"));
+  EXPECT_THAT(findings[1].message, HasSubstr("Place \"Shut\" of level 7 (feature 5, way/12) is"));
 }
 
 TEST(LintPlaces, OneThatLooksThroughADoorIsFine) {
@@ -158,7 +173,37 @@ TEST(LintPlaces, OneReachedFromThreeEntrancesIsReached) {
   }
   drawn.place("a", 0, 0, 0, true).place("b", 0, 3, 0, true).place("c", 0, 6, 0, true);
   drawn.place("Desk", 0, 12, 0);
-  EXPECT_THAT(placesFound(drawn, "place-behind-barrier"), ElementsAre("a", "b", "c"));
+  const auto findings = found(drawn, "place-behind-barrier");
+  EXPECT_THAT(placesFound(drawn, "place-behind-barrier"), ElementsAre("a", "b", "c", "Desk"));
+  EXPECT_THAT(findings.at(3).message, HasSubstr("can be reached without barriers, but not left"));
+}
+
+TEST(LintPlaces, OneThatNobodyLeavesWithoutBarriersIsLost) {
+  DrawnBuilding drawn(10);
+  drawn.level(0, "A--B").level(1, "C--D");
+  drawn.join("B", "C", {.oneway = true, .type = "escalator"});
+  drawn.join("C", "B", {.oneway = true, .barrierFree = false, .type = "stairs"});
+  drawn.place("Loft", 1, 3, 0);
+  drawn.place("Door", 0, 0, 0, true).place("Desk", 0, 3, 0);
+  const auto findings = found(drawn, "place-behind-barrier");
+  ASSERT_THAT(findings, SizeIs(1));
+  EXPECT_EQ(findings[0].severity, LintSeverity::warning);
+  EXPECT_THAT(findings[0].names, ElementsAre("Loft"));
+  EXPECT_THAT(findings[0].message, HasSubstr("but not left again to any entrance"));
+  drawn.join("D", "A", {.oneway = true, .type = "lift"});
+  EXPECT_THAT(found(drawn, "place-behind-barrier"), IsEmpty());
+}
+
+TEST(LintPlaces, WithoutEntrancesTheWayBackLeadsToTheMainPart) {
+  DrawnBuilding drawn(10);
+  drawn.level(0, "A--B--E").level(1, "C--D");
+  drawn.join("B", "C", {.oneway = true, .type = "escalator"});
+  drawn.join("C", "B", {.oneway = true, .barrierFree = false, .type = "stairs"});
+  drawn.place("Loft", 1, 3, 0).place("Desk", 0, 3, 0);
+  const auto findings = found(drawn, "place-behind-barrier");
+  ASSERT_THAT(findings, SizeIs(1));
+  EXPECT_THAT(findings[0].names, ElementsAre("Loft"));
+  EXPECT_THAT(findings[0].message, HasSubstr("left again to the main barrier-free network"));
 }
 
 TEST(LintPlaces, AnEntranceThatNothingReachesSaysNothingAboutBarriers) {

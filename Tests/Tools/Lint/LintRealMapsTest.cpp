@@ -1,16 +1,15 @@
-// What lint finds in buildings that really stand somewhere. The maps are not part of the
-// repository; without them these tests are skipped and say so.
+// What lint finds in buildings that really stand somewhere.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "Building/BuildingReader.hpp"
 #include "Lint/Lint.hpp"
+#include "Support/Maps.hpp"
 
 namespace KorvaniTest {
 namespace {
@@ -22,18 +21,12 @@ using testing::UnorderedElementsAre;
 
 class LintRealMaps : public testing::Test {
  protected:
-  void SetUp() override {
-    if (!std::filesystem::is_directory(KORVANI_MAPS_DIR)) {
-      GTEST_SKIP()
-          << "the maps of real buildings are not here; KORVANI_MAPS_DIR names their folder";
-    }
-  }
+  void SetUp() override { SKIP_WITHOUT_MAPS(); }
 
   /// What is found in that file below the maps' folder, by rule.
   static std::map<std::string, std::vector<LintFinding>> findings(const std::string& file) {
     std::map<std::string, std::vector<LintFinding>> byRule;
-    const auto building =
-        KorvaniTools::readBuilding(std::filesystem::path(KORVANI_MAPS_DIR) / file);
+    const auto building = KorvaniTools::readBuilding(mapFile(file));
     for (const LintFinding& finding : KorvaniTools::lintBuilding(building, {})) {
       byRule[finding.rule].push_back(finding);
     }

@@ -152,6 +152,33 @@ TEST(LintObstacles, OneThatNoRegionHoldsIsAWarning) {
   EXPECT_EQ(findings[0].severity, LintSeverity::warning);
   EXPECT_THAT(findings[0].features, ElementsAre(4));
   EXPECT_THAT(findings[0].levels, ElementsAre(0));
+  EXPECT_THAT(findings[0].at, ElementsAre(drawn.coordinate(50, 0)));
+  EXPECT_THAT(findings[0].lines,
+              ElementsAre(ElementsAre(drawn.coordinate(50, 0), drawn.coordinate(51, 0))));
+}
+
+TEST(LintObstacles, ARingOfOneThatNoRegionHoldsIsShown) {
+  DrawnBuilding drawn;
+  drawn.level(0, "A--B");
+  drawn.wall(0, {drawn.coordinate(0, 0.2), drawn.coordinate(1, 0.2)});
+  drawn.contents().obstacles[0].lines.push_back({{drawn.coordinate(50, 0)}, {}});
+  const auto findings = found(drawn, "obstacle-outside-regions");
+  ASSERT_THAT(findings, SizeIs(1));
+  EXPECT_THAT(findings[0].message, HasSubstr("A part of the obstacle of feature 4 lies outside"));
+  EXPECT_THAT(findings[0].at, ElementsAre(drawn.coordinate(50, 0)));
+  EXPECT_THAT(findings[0].lines, SizeIs(0));
+}
+
+TEST(LintRegions, UnnamedOnesThatOverlapAreToldByTheirFeatures) {
+  DrawnBuilding drawn;
+  drawn.contents().regions = {{0, {}, {drawn.coordinate(0, 4), drawn.coordinate(6, 0)}, false, 3},
+                              {0, {}, {drawn.coordinate(4, 6), drawn.coordinate(9, 2)}, false, 8}};
+  const auto findings = found(drawn, "overlapping-regions");
+  ASSERT_THAT(findings, SizeIs(1));
+  EXPECT_THAT(findings[0].features, ElementsAre(3, 8));
+  EXPECT_THAT(findings[0].message,
+              HasSubstr("Region number 1 of level 0 (feature 3) overlaps region number 2 of level "
+                        "0 (feature 8)"));
 }
 
 }  // namespace

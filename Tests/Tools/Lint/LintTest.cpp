@@ -131,6 +131,7 @@ TEST(LintJson, HasEverythingOfAFinding) {
   EXPECT_NEAR(finding["at"][0]["lat"].get<double>(), drawn.coordinate(7, 1).latitude, 1e-9);
   EXPECT_EQ(finding["features"].size(), 2U);
   EXPECT_TRUE(finding["names"].empty());
+  EXPECT_TRUE(finding["sources"].empty());
   EXPECT_EQ(json["findings"][0]["level"], -1);
 }
 
@@ -179,11 +180,34 @@ TEST(LintGeoJson, DrawsIslandsAsSeveralLinesOrPoints) {
   EXPECT_EQ(json["features"][2]["geometry"]["type"], "Point");
 }
 
-TEST(LintGeoJson, WhatLiesNowhereHasNoGeometry) {
+TEST(LintGeoJson, DrawsAWallThatNoRegionHolds) {
   DrawnBuilding drawn;
   drawn.level(0, "A--B");
   drawn.wall(0, {drawn.coordinate(50, 0), drawn.coordinate(51, 0)});
   const auto json = KorvaniTools::lintGeoJson(findingsOf(drawn), drawn.building());
+  ASSERT_EQ(json["features"].size(), 1U);
+  EXPECT_EQ(json["features"][0]["geometry"]["type"], "LineString");
+}
+
+TEST(LintGeoJson, ALevelThatIsASpotOrALineIsDrawnAsOne) {
+  DrawnBuilding drawn;
+  drawn.place("Attic", 7, 3, 0).place("Sill", 8, 0, 0).place("Ledge", 8, 5, 0);
+  LintOptions options;
+  options.only = {"level-without-connection"};
+  const auto json = KorvaniTools::lintGeoJson(findingsOf(drawn, options), drawn.building());
+  ASSERT_EQ(json["features"].size(), 2U);
+  const Coordinate attic = drawn.coordinate(3, 0);
+  EXPECT_EQ(json["features"][0]["geometry"],
+            OrderedJson({{"type", "Point"},
+                         {"coordinates", OrderedJson::array({attic.longitude, attic.latitude})}}));
+  EXPECT_EQ(json["features"][1]["geometry"]["type"], "LineString");
+  EXPECT_EQ(json["features"][1]["geometry"]["coordinates"].size(), 2U);
+}
+
+TEST(LintGeoJson, WhatLiesNowhereHasNoGeometry) {
+  LintFinding finding;
+  finding.rule = "made-up";
+  const auto json = KorvaniTools::lintGeoJson({finding}, DrawnBuilding().building());
   ASSERT_EQ(json["features"].size(), 1U);
   EXPECT_TRUE(json["features"][0]["geometry"].is_null());
 }
