@@ -86,6 +86,11 @@ test('The tabs are operated with arrow keys', async () => {
   assert.equal(await page.getByRole('tab', { name: 'Places' }).getAttribute('aria-selected'), 'true');
   assert.ok(await page.getByRole('searchbox').isVisible());
   assert.ok(await page.locator('#instructions').isHidden());
+  await page.keyboard.press('ArrowLeft');
+  assert.equal(await page.getByRole('tab', { name: 'Legend' }).getAttribute('aria-selected'), 'true');
+  await page.keyboard.press('ArrowRight');
+  await page.keyboard.press('ArrowRight');
+  assert.equal(await page.getByRole('tab', { name: 'Route' }).getAttribute('aria-selected'), 'true');
 });
 
 test('Help opens with a question mark, and closes with Escape', async () => {

@@ -5,6 +5,7 @@
 import { execFileSync } from 'node:child_process';
 import { mkdirSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
+import { campusBuilding } from './campus.mjs';
 import { hostileBuilding } from './hostile.mjs';
 
 const [tool, source, output] = process.argv.slice(2);
@@ -23,11 +24,14 @@ function draw(name, building, ...options) {
 mkdirSync(output, { recursive: true });
 run('simulate', terminal, '--from', 'Main entrance', '--to', 'Gate B4', '--noise', '2', '--detour', '-o', made('walk.trace.ndjson'));
 writeFileSync(made('hostile.building.geojson'), JSON.stringify(hostileBuilding()));
+writeFileSync(made('campus.building.geojson'), JSON.stringify(campusBuilding()));
 
 draw('plain', terminal);
 draw('graph', terminal, '--graph');
 draw('route', terminal, '--route', 'Main entrance', 'Gate B4');
 draw('walk', terminal, '--trace', made('walk.trace.ndjson'));
 draw('denied', golden('corridor.building.geojson'), '--trace', golden('deniers.trace.ndjson'));
+draw('anew', golden('corridor.building.geojson'), '--trace', golden('direct.trace.ndjson'));
 draw('hostile', made('hostile.building.geojson'));
+draw('campus', made('campus.building.geojson'));
 draw('empty', golden('empty.building.geojson'));

@@ -91,9 +91,40 @@ test('Shift and an arrow key go from thing to thing, and say what is there', asy
   assert.match(first, /\. Level: Level 0 · Arrivals$/);
   await page.keyboard.press('Shift+ArrowRight');
   assert.notEqual(await said.textContent(), first);
-  assert.equal(await page.locator('#pointed .spot').count(), 1);
+  const marked = page.locator('#pointed .spot, .hot-room');
+  assert.equal(await marked.count(), 1);
   await page.keyboard.press('Escape');
-  assert.equal(await page.locator('#pointed .spot').count(), 0);
+  assert.equal(await marked.count(), 0);
+});
+
+test('N and P go through everything on the level, rooms without a place as well', async () => {
+  const page = await open('plain');
+  await page.keyboard.press('PageUp');
+  await page.locator('#map').focus();
+  const said = page.locator('#spoken');
+  const heard = [];
+  for (let i = 0; i < 200; i += 1) {
+    await page.keyboard.press('n');
+    const words = await said.textContent();
+    if (words === 'Nothing further in that direction') break;
+    heard.push(words);
+  }
+  const drawn = await page.locator('.level.shown').evaluate((level) => level.querySelectorAll('.place, .connection').length);
+  assert.ok(heard.length > drawn && heard.length < 200, `${heard.length} of ${drawn}`);
+  for (const name of ['Departures hall. Kind: Hall', 'Pier A. ', 'Gate A8. ']) assert.ok(heard.some((words) => words.startsWith(name)), name);
+  assert.equal(new Set(heard.filter((words) => words.startsWith('Gate A8. '))).size, 1);
+  await page.keyboard.press('p');
+  assert.equal(await said.textContent(), heard.at(-2));
+});
+
+test('From a room the arrow keys go on to what lies beside it', async () => {
+  const page = await open('plain');
+  await page.keyboard.press('PageUp');
+  await page.locator('#map').focus();
+  for (let i = 0; i < 200 && !/^Departures hall/.test(await page.locator('#spoken').textContent()); i += 1) await page.keyboard.press('n');
+  await page.keyboard.press('Shift+ArrowRight');
+  assert.doesNotMatch(await page.locator('#spoken').textContent(), /^Departures hall/);
+  assert.equal(await page.locator('#pointed .spot, .hot-room').count(), 1);
 });
 
 test('With the graph shown the keyboard reaches nodes and edges with their ids and distances', async () => {

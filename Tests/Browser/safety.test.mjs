@@ -83,6 +83,6 @@ test('Without a walk there is no player, and without a route no tab for one', as
   const page = await open('plain');
   assert.ok(await page.locator('#player').isHidden());
   assert.ok(await page.locator('#follow').isHidden());
-  assert.ok(await page.getByRole('tablist').isHidden());
+  assert.ok(await page.getByRole('tab', { name: 'Route' }).isHidden());
   assert.ok(await page.getByRole('searchbox').isVisible());
 });

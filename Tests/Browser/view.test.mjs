@@ -69,6 +69,23 @@ test('Arrow keys move the view, plus and minus zoom, 0 shows all', async () => {
   assert.deepEqual(await viewOf(page), start);
 });
 
+test('A campus opens on its building; showing all shows the rest', async () => {
+  const page = await open('campus');
+  const house = () => page.locator('.level.shown .room').evaluateAll((rooms) => {
+    const boxes = rooms.map((room) => room.getBoundingClientRect());
+    return Math.max(...boxes.map(({ right }) => right)) - Math.min(...boxes.map(({ left }) => left));
+  });
+  const { width } = await page.locator('#map').boundingBox();
+  await viewOf(page);
+  assert.ok(await house() > width / 2);
+  await page.setViewportSize({ width: 1000, height: 700 });
+  await page.waitForFunction(() => document.getElementById('map').clientWidth < 700);
+  assert.ok(await house() > (await page.locator('#map').boundingBox()).width / 2, 'still, in another window');
+  await page.getByRole('button', { name: 'Show all' }).click();
+  await viewOf(page);
+  assert.ok(await house() < width / 10);
+});
+
 test('The buttons zoom and show all', async () => {
   const page = await open('plain');
   const start = await viewOf(page);

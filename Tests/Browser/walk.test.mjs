@@ -29,6 +29,96 @@ test('What is left of the way gets less, and the route on the plan shorter', asy
   assert.ok(await left() < start - 5);
 });
 
+test('Arrows, start, destination and changes of level with their kind mark the way that is ahead', async () => {
+  const page = await open('walk');
+  const marks = page.locator('#view');
+  assert.ok(await marks.locator('.start').isVisible());
+  assert.ok(await marks.locator('.change.escalator .glyph').first().isVisible());
+  await setSlider(page, 30);
+  assert.equal(await shownLevel(page), 1);
+  const before = await marks.locator('.arrow .dart').count();
+  assert.ok(before > 5, `${before}`);
+  assert.equal(await marks.locator('.start').count(), 0);
+  await setSlider(page, 60);
+  const after = await marks.locator('.arrow .dart').count();
+  assert.ok(after > 0 && after < before, 'what was passed is gone');
+  await setSlider(page, await last(page) - 3);
+  assert.ok(await marks.locator('.destination').isVisible());
+});
+
+test('Where snapping and the route disagree, both positions are shown', async () => {
+  const page = await open('walk');
+  const data = await page.evaluate(() => JSON.parse(document.getElementById('data').textContent));
+  const apart = data.walk.moments.find(({ operation, snapped, here }) => operation === 'position' && snapped && here && snapped[2] === here[2] &&
+    Math.hypot(snapped[0] - here[0], snapped[1] - here[1]) > 3 * data.pixelsPerMetre);
+  await setSlider(page, apart.second);
+  await viewOf(page);
+  const [person, snapped] = [await middleOf(page.locator('#person .body')), await middleOf(page.locator('#snapped circle'))];
+  const { scale } = await viewOf(page);
+  const shown = Math.hypot(person[0] - snapped[0], person[1] - snapped[1]) / scale;
+  assert.ok(Math.abs(shown - Math.hypot(apart.snapped[0] - apart.here[0], apart.snapped[1] - apart.here[1])) < 0.3);
+  await screenshot(page, 'snapped');
+});
+
+test('No name is written under the marks of the route', async () => {
+  const page = await open('walk');
+  for (const second of [0, 12, 30, 60, 100]) {
+    await setSlider(page, second);
+    for (const zoom of ['0', '+', '+', '+']) {
+      await page.locator('#map').focus();
+      await page.keyboard.press(zoom);
+      await viewOf(page);
+      const hidden = await page.evaluate(() => {
+        const boxes = (selector) => [...document.querySelectorAll(selector)].map((each) => [each.textContent, each.getBoundingClientRect()]);
+        const names = boxes('.level.shown .label text').filter(([, box]) => box.width > 0);
+        const marks = boxes('#marks .badge, #marks .disc, #marks .destination, #marks .start');
+        return names.filter(([, a]) => marks.some(([, b]) => a.right > b.left + 2 && b.right > a.left + 2 && a.bottom > b.top + 2 && b.bottom > a.top + 2))
+          .map(([name]) => name);
+      });
+      assert.deepEqual(hidden, [], `${second} ${zoom}`);
+    }
+  }
+});
+
+test('The trail of a walk does not join guidances that begin elsewhere', async () => {
+  const page = await open('anew');
+  await setSlider(page, await last(page));
+  await page.getByRole('button', { name: 'Level 0' }).click();
+  const longest = await page.evaluate(() => {
+    const trails = document.querySelector('#view path.trail').getAttribute('d').split('M').slice(1);
+    const { pixelsPerMetre } = JSON.parse(document.getElementById('data').textContent);
+    const steps = trails.flatMap((trail) => {
+      const points = trail.split('L').map((point) => point.split(' ').map(Number));
+      return points.slice(1).map(([x, y], i) => Math.hypot(x - points[i][0], y - points[i][1]) / pixelsPerMetre);
+    });
+    return [trails.length, Math.max(0, ...steps)];
+  });
+  assert.ok(longest[0] > 1 && longest[1] <= 8, `${longest}`);
+});
+
+test('Who drags the map while the walk is played keeps what they look at', async () => {
+  const page = await open('walk');
+  for (let i = 0; i < 3; i += 1) await page.getByRole('button', { name: 'Zoom in' }).click();
+  await viewOf(page);
+  await page.getByLabel('Speed').selectOption('8');
+  await page.getByRole('button', { name: 'Play', exact: true }).click();
+  await page.mouse.move(700, 500);
+  await page.mouse.down();
+  await page.mouse.move(1100, 300, { steps: 3 });
+  await page.mouse.up();
+  const [view, second0] = [await viewOf(page), await second(page)];
+  await page.waitForFunction((from) => Number(document.getElementById('slider').value) > from + 5, second0);
+  assert.deepEqual(await viewOf(page), view);
+  assert.equal(await page.getByRole('button', { name: 'Follow the walk' }).getAttribute('aria-pressed'), 'false');
+});
+
+test('Arrow keys that move the map stop following', async () => {
+  const page = await open('walk');
+  await page.locator('#map').focus();
+  await page.keyboard.press('ArrowLeft');
+  assert.equal(await page.getByRole('button', { name: 'Follow the walk' }).getAttribute('aria-pressed'), 'false');
+});
+
 test('Raw position, snapped position, trail and route are drawn', async () => {
   const page = await open('walk');
   await setSlider(page, Math.round(await last(page) * 0.4));

@@ -56,6 +56,15 @@ TEST(BuildingReader, ReadsANode) {
   EXPECT_EQ(building.nodes[0].feature, 0U);
 }
 
+TEST(BuildingReader, RegionsAndPlacesKnowTheirFeatures) {
+  const Building building =
+      parsed({nodeAt(1, 5, 11, 48), regionOf(0, 10, 47, 11, 48), placeAt("Desk", 0, 11, 48)});
+  ASSERT_EQ(building.regions.size(), 2U);
+  EXPECT_EQ(building.regions[0].feature, 1U);
+  EXPECT_FALSE(building.regions[1].feature);  // made for level 5
+  EXPECT_EQ(building.places[0].feature, 2U);
+}
+
 TEST(BuildingReader, APositionMayHaveAHeightThatIsIgnored) {
   const Building building =
       parsed({featureOf("node", R"("id":1,"level":0)", "Point", "[11,48,520.5]")});

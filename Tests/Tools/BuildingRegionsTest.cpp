@@ -10,6 +10,7 @@ namespace KorvaniTest {
 namespace {
 
 using KorvaniTools::Building;
+using KorvaniTools::Coordinate;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -76,6 +77,9 @@ TEST(BuildingRegions, ALineThatTouchesNoRegionIsDroppedAndCounted) {
   const Building building = parsed({kWest, wallOf(0, "[[50,1],[51,1]]")});
   EXPECT_THAT(building.obstacles[0].lines, IsEmpty());
   EXPECT_EQ(building.summary.droppedObstacleLines, 1U);
+  ASSERT_EQ(building.obstacles[0].droppedLines.size(), 1U);
+  EXPECT_THAT(building.obstacles[0].droppedLines[0],
+              ElementsAre(Coordinate{1, 50}, Coordinate{1, 51}));
 }
 
 TEST(BuildingRegions, EachRingIsAssignedByItsOwnBox) {
@@ -88,6 +92,8 @@ TEST(BuildingRegions, EachRingIsAssignedByItsOwnBox) {
   EXPECT_THAT(building.obstacles[0].lines[0].regions, ElementsAre(0));
   EXPECT_THAT(building.obstacles[0].lines[1].regions, ElementsAre(1));
   EXPECT_EQ(building.summary.droppedObstacleLines, 1U);
+  ASSERT_EQ(building.obstacles[0].droppedLines.size(), 1U);
+  EXPECT_EQ(building.obstacles[0].droppedLines[0].size(), 4U);  // the ring was closed
 }
 
 TEST(BuildingRegions, ALevelWithoutRegionGetsOneAroundItsNodesAndObstacles) {

@@ -13,9 +13,11 @@ constexpr std::string_view kRules = R"(
 .plan .paper { fill: %paper%; }
 .plan .panel { fill: %ground%; stroke: %rule%; stroke-width: 1; }
 .plan .ghost { fill-rule: evenodd; fill: %ghost%; stroke: %ghost%; stroke-width: 2; stroke-linejoin: round; }
+.plan .legend .ghost { stroke: %rule%; stroke-width: 1; }
 .plan .way { fill: none; stroke: %corridor%; stroke-width: 5; stroke-linecap: round; }
 .plan .way.casing { stroke: %floorEdge%; stroke-width: 7; }
 .plan .floor { fill: %floor%; fill-rule: evenodd; stroke: %floorEdge%; stroke-width: 5; stroke-linejoin: round; }
+.plan .floor .enclosed { fill: %corridor%; }
 .plan .room { fill: %other%; fill-rule: evenodd; stroke: %roomEdge%; stroke-width: 0.8;
   stroke-linejoin: round; }
 .plan .room.corridor { fill: %corridor%; }
@@ -51,6 +53,10 @@ constexpr std::string_view kRules = R"(
 .plan .track circle { stroke: %casing%; stroke-width: 0.8; }
 .plan .track.measured circle { fill: %measured%; }
 .plan .track.snapped circle { fill: %snapped%; }
+.plan .jump { fill: none; stroke: %destination%; stroke-width: 2; stroke-dasharray: 2 5;
+  stroke-linecap: round; }
+.plan .denied circle { fill: %panel%; stroke: %destination%; stroke-width: 2.2; }
+.plan .denied path { fill: none; stroke: %destination%; stroke-width: 2.2; stroke-linecap: round; }
 .plan .dot { fill: %place%; stroke: %casing%; stroke-width: 1.4; }
 .plan .place.shop .dot { fill: %shopMark%; }
 .plan .place.food .dot { fill: %foodMark%; }
@@ -60,7 +66,7 @@ constexpr std::string_view kRules = R"(
 .plan .place.entrance .dot { fill: %entrance%; stroke-width: 1.2; stroke-linejoin: round; }
 .plan .change .disc, .plan .arrow .disc { fill: %route%; stroke: %casing%; stroke-width: 2; }
 .plan .change .glyph, .plan .arrow .glyph { stroke: %routeText%; }
-.plan .change .glyph.solid { fill: %routeText%; stroke: none; }
+.plan .change .glyph.solid, .plan .arrow .glyph.solid { fill: %routeText%; stroke: none; }
 .plan .badge rect { fill: %badge%; stroke: %casing%; stroke-width: 1.2; }
 .plan .badge text { fill: %badgeText%; font-size: 12px; font-weight: 600; }
 .plan .start circle { fill: %panel%; stroke: %start%; stroke-width: 5; }

@@ -96,7 +96,8 @@ void addArrows(const Route& route, const LevelNames& levels, const SceneFrame& f
     if (!arrow) continue;
     arrows.push_back({arrow->level, frame.at(arrow->peak),
                       std::isfinite(arrow->heading) ? arrow->heading : 0,
-                      std::string(nameOf(directions.type())), arrowWords(directions, levels)});
+                      std::string(nameOf(directions.type())), arrowWords(directions, levels),
+                      connectionSymbolOf(directions.levelChangeTypeName().value_or(""))});
   }
 }
 

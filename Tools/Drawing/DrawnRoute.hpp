@@ -26,6 +26,9 @@ struct RouteArrow {
   double heading = 0;  ///< where it points, degrees clockwise from north
   std::string kind;    ///< the instruction's name: "left", "bearRight", "forward"
   std::string text;    ///< as a person reads it
+  ConnectionSymbol symbol = ConnectionSymbol::path;  ///< what a change of level is made by
+
+  bool changesLevel() const { return kind == "levelUp" || kind == "levelDown"; }
 };
 
 /// Where a route leaves a level and where it comes to the next.

@@ -149,6 +149,7 @@ class Placement {
  private:
   bool place(std::size_t index, double zoom, BoxIndex& taken) {
     const LabelWish& wish = wishes_[index];
+    if (isSaidNear(wish, zoom)) return false;
     for (std::size_t i = 0; i < wish.tries.size(); ++i) {
       const LabelTry& attempt = wish.tries[i];
       const PixelBox box = boxOf(attempt, wish.radius);
@@ -159,9 +160,21 @@ class Placement {
       if (!fits || !taken.isFree(covered, wish)) continue;
       taken.add({covered, {}, false});
       placed_.push_back({index, i, box, zoom});
+      if (wish.saying) said_[*wish.saying].push_back(index);
       return true;
     }
     return false;
+  }
+
+  /// Whether a label near by says the same.
+  bool isSaidNear(const LabelWish& wish, double zoom) const {
+    if (!wish.saying) return false;
+    const auto said = said_.find(*wish.saying);
+    if (said == said_.end()) return false;
+    return std::any_of(said->second.begin(), said->second.end(), [&](std::size_t index) {
+      const LabelWish& other = wishes_[index];
+      return std::hypot(other.x - wish.x, other.y - wish.y) * zoom < kRepeatApart;
+    });
   }
 
   const std::vector<LabelWish>& wishes_;
@@ -169,6 +182,8 @@ class Placement {
   const std::vector<FixedMark>& marks_;
   std::vector<std::size_t> order_;  ///< wishes yet to be met
   std::vector<PlacedLabel> placed_;
+  std::unordered_map<std::size_t, std::vector<std::size_t>>
+      said_;  ///< wishes met, by what they say
 };
 
 }  // namespace

@@ -58,6 +58,8 @@ struct LabelWish {
   std::vector<LabelTry> tries;  ///< the better ones first
   std::optional<std::size_t> mark;  ///< index of its own mark, which may be touched
   bool insists = false;             ///< may cover soft marks
+  /// Labels of the same number say the same; near one of them no other is needed.
+  std::optional<std::size_t> saying = {};
 };
 
 /// A label that found room.
@@ -68,8 +70,11 @@ struct PlacedLabel {
   double zoom = 1;          ///< the magnification from which on it is shown
 };
 
-/// Finds room for labels: no two overlap, none covers a mark of something else, and those without
-/// room are left out.
+/// Labels that say the same keep so far apart, in pixels.
+inline constexpr double kRepeatApart = 240;
+
+/// Finds room for labels: no two overlap, none covers a mark of something else, none repeats what
+/// stands near it, and those without room are left out.
 ///
 /// Wishes are met in the order of their priority, and then in their own; the same wishes give the
 /// same labels. When the picture is magnified, labels and marks keep their size while their

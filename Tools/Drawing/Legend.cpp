@@ -1,11 +1,12 @@
 #include "Drawing/Legend.hpp"
 
+#include <algorithm>
 #include <functional>
 #include <set>
-#include <string>
 
 #include "Drawing/MarkSvg.hpp"
 #include "Drawing/TextWidth.hpp"
+#include "Drawing/TrackSvg.hpp"
 
 namespace KorvaniTools {
 namespace {
@@ -21,17 +22,18 @@ class LegendRows {
   LegendRows(SvgWriter& svg, ScenePoint at, double width)
       : svg_(svg), left_(at.x), right_(at.x + width), x_(at.x), y_(at.y) {}
 
-  /// @param mark draws the mark around a place
-  void add(std::string_view words, const std::function<void(ScenePoint)>& mark) {
-    const double needed = kMarkWidth + textWidth(words, kFontSize, false);
+  void add(const LegendEntry& entry) {
+    const double needed = kMarkWidth + textWidth(entry.words, kFontSize, false);
     if (x_ > left_ && x_ + needed > right_) {
       x_ = left_;
       y_ += kRowHeight;
     }
-    mark({x_ + 10, y_ + 10});
+    svg_.open("g", {{"transform", "translate(" + pixels(x_ + 10) + ' ' + pixels(y_ + 10) + ')'}});
+    svg_.raw(entry.mark);
+    svg_.close();
     svg_.textElement("text",
                      {{"class", "note"}, {"x", pixels(x_ + kMarkWidth)}, {"y", pixels(y_ + 14.5)}},
-                     words);
+                     entry.words);
     x_ += needed + kApart;
     empty_ = false;
   }
@@ -62,50 +64,82 @@ struct Kinds {
   }
 };
 
-void addTracks(SvgWriter& svg, LegendRows& rows) {
-  for (const bool snapped : {false, true}) {
-    rows.add(snapped ? "Position on the map" : "Position as measured", [&](ScenePoint at) {
-      openMark(svg, at, snapped ? "track snapped" : "track measured");
-      svg.element("circle", {{"r", "4"}});
-      closeMark(svg);
-    });
-  }
+/// @param draw draws the mark around the origin
+LegendEntry entry(std::string words, const std::function<void(SvgWriter&)>& draw) {
+  SvgWriter svg;
+  draw(svg);
+  return {std::move(words), svg.take()};
+}
+
+LegendEntry swatch(std::string words, const std::string& classes) {
+  return entry(std::move(words), [&](SvgWriter& svg) {
+    svg.element("rect", {{"class", classes},
+                         {"x", "-9"},
+                         {"y", "-7"},
+                         {"width", "18"},
+                         {"height", "14"},
+                         {"rx", "3"}});
+  });
+}
+
+LegendEntry dot(std::string words, std::string_view classes) {
+  return entry(std::move(words), [&](SvgWriter& svg) {
+    openMark(svg, {0, 0}, classes);
+    svg.element("circle", {{"r", "4"}});
+    closeMark(svg);
+  });
+}
+
+LegendEntry symbolEntry(ConnectionSymbol symbol) {
+  return entry(std::string(wordsFor(symbol)), [&](SvgWriter& svg) {
+    openMark(svg, {0, 0}, "connection " + std::string(nameOf(symbol)));
+    svg.element("rect",
+                {{"x", "-8.5"}, {"y", "-8.5"}, {"width", "17"}, {"height", "17"}, {"rx", "4"}});
+    writeGlyph(svg, symbol);
+    closeMark(svg);
+  });
+}
+
+LegendEntry entranceEntry() {
+  return entry("Entrance", [](SvgWriter& svg) {
+    openMark(svg, {0, 0}, "place entrance");
+    svg.element("path", {{"class", "dot"}, {"d", "M-6 4.5L0 -6L6 4.5Z"}});
+    closeMark(svg);
+  });
+}
+
+bool hasJumps(const SceneTrack& track) { return !track.denied.empty(); }
+
+void addTracks(const Scene& scene, LegendRows& rows) {
+  if (scene.tracks.empty()) return;
+  rows.add(dot("Position as measured", "track measured"));
+  rows.add(dot("Position on the map", "track snapped"));
+  if (!std::any_of(scene.tracks.begin(), scene.tracks.end(), hasJumps)) return;
+  rows.add(entry("Jump that was denied", [](SvgWriter& svg) { writeDenied(svg, {0, 0}); }));
 }
 
 }  // namespace
 
-double writeLegend(SvgWriter& svg, const Scene& scene, const std::vector<const SceneLevel*>& levels,
-                   ScenePoint at, double width) {
+std::vector<LegendEntry> legendEntries(const std::vector<const SceneLevel*>& levels) {
   const Kinds kinds(levels);
+  std::vector<LegendEntry> entries;
+  for (const ConnectionSymbol symbol : kinds.symbols) entries.push_back(symbolEntry(symbol));
+  if (kinds.entrance) entries.push_back(entranceEntry());
+  for (const RoomKind kind : kinds.rooms) {
+    entries.push_back(swatch(std::string(wordsFor(kind)), "room " + std::string(nameOf(kind))));
+  }
+  return entries;
+}
+
+double writeLegend(SvgWriter& svg, const Scene& scene, const std::vector<const SceneLevel*>& levels,
+                   const SceneLevel* silhouette, ScenePoint at, double width) {
   LegendRows rows(svg, at, width);
   svg.open("g", {{"class", "legend"}});
-  for (const ConnectionSymbol symbol : kinds.symbols) {
-    rows.add(wordsFor(symbol), [&](ScenePoint place) {
-      openMark(svg, place, "connection " + std::string(nameOf(symbol)));
-      svg.element("rect",
-                  {{"x", "-8.5"}, {"y", "-8.5"}, {"width", "17"}, {"height", "17"}, {"rx", "4"}});
-      writeGlyph(svg, symbol);
-      closeMark(svg);
-    });
+  for (const LegendEntry& each : legendEntries(levels)) rows.add(each);
+  if (silhouette != nullptr) {
+    rows.add(swatch("Where level " + std::to_string(silhouette->level) + " lies", "ghost"));
   }
-  if (kinds.entrance) {
-    rows.add("Entrance", [&](ScenePoint place) {
-      openMark(svg, place, "place entrance");
-      svg.element("path", {{"class", "dot"}, {"d", "M-6 4.5L0 -6L6 4.5Z"}});
-      closeMark(svg);
-    });
-  }
-  for (const RoomKind kind : kinds.rooms) {
-    rows.add(wordsFor(kind), [&](ScenePoint place) {
-      svg.element("rect", {{"class", "room " + std::string(nameOf(kind))},
-                           {"x", pixels(place.x - 9)},
-                           {"y", pixels(place.y - 7)},
-                           {"width", "18"},
-                           {"height", "14"},
-                           {"rx", "3"}});
-    });
-  }
-  if (!scene.tracks.empty()) addTracks(svg, rows);
+  addTracks(scene, rows);
   svg.close();
   return rows.end();
 }

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <map>
 #include <optional>
 #include <utility>
 
@@ -249,6 +250,7 @@ class WishList {
     if (each.name.empty()) return;
     Candidate& candidate = newCandidate(LabelKind::place, each.at, radius, priorityOf(each));
     candidate.wish.mark = mark;
+    candidate.wish.saying = sayings_.emplace(each.name, sayings_.size()).first->second;
     if (!each.entrance) addTriesInRoom(candidate, each);
     candidate.add(each.entrance ? kAround : kBelowFirst,
                   linesOf(each.name, LabelKind::place, kLongestLine, 2));
@@ -314,7 +316,8 @@ class WishList {
   const double scale_;
   std::vector<FixedMark> marks_;
   std::vector<Candidate> candidates_;
-  std::vector<PixelBox> boxes_;  ///< of the rooms, pixels
+  std::map<std::string, std::size_t> sayings_;  ///< the names of places, numbered
+  std::vector<PixelBox> boxes_;                 ///< of the rooms, pixels
 };
 
 }  // namespace
@@ -351,7 +354,7 @@ bool isEndOfRoute(const Scene& scene, const SceneLevel& level, const ScenePlace&
 
 std::vector<std::pair<const SceneConnection*, double>> markedConnections(
     const Scene& scene, const SceneLevel& level, const LevelSvgOptions& options) {
-  constexpr double kApart = kConnectionHalf + kDiscRadius;
+  constexpr double kBadgesApart = kConnectionHalf + kDiscRadius;
   const double largest = options.labelZooms.empty() ? 1 : options.labelZooms.back();
   std::vector<ScenePoint> taken;
   if (options.route) taken = routeChanges(scene, level);
@@ -361,7 +364,7 @@ std::vector<std::pair<const SceneConnection*, double>> markedConnections(
     for (const ScenePoint& other : taken) {
       const double distance =
           std::max(std::abs(connection.at.x - other.x), std::abs(connection.at.y - other.y));
-      zoom = std::max(zoom, kApart / (distance * options.pixelsPerMetre));
+      zoom = std::max(zoom, kBadgesApart / (distance * options.pixelsPerMetre));
       if (zoom > largest) break;
     }
     if (zoom > largest) continue;

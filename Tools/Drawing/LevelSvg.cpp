@@ -11,6 +11,7 @@
 #include "Drawing/MarkSvg.hpp"
 #include "Drawing/RouteSvg.hpp"
 #include "Drawing/SvgWriter.hpp"
+#include "Drawing/TrackSvg.hpp"
 
 namespace KorvaniTools {
 namespace {
@@ -23,8 +24,11 @@ std::string ringsData(const SceneRoom& room, double scale) {
   return data;
 }
 
-/// A path for each room that lies under a roof.
+/// A path for each room that lies under a roof, or for what the walls enclose.
 void writeFloors(SvgWriter& svg, const SceneLevel& level, double scale) {
+  for (const SceneLine& outline : level.floors) {
+    svg.element("path", {{"class", "enclosed"}, {"d", pathData(outline, scale) + 'Z'}});
+  }
   for (const SceneRoom& room : level.rooms) {
     if (room.kind == RoomKind::outdoor || room.kind == RoomKind::closed) continue;
     svg.element("path", {{"d", ringsData(room, scale)}});
@@ -109,10 +113,8 @@ class LevelDrawing {
  private:
   ScenePoint scaled(ScenePoint point) const { return {point.x * scale_, point.y * scale_}; }
 
-  /// What is walked on shows where no floor is drawn. Walls without rooms show the building as it
-  /// is; lines between them would say less.
+  /// What is walked on; it shows where no floor is drawn upon it.
   void drawWays() {
-    if (level_.rooms.empty() && !level_.walls.empty()) return;
     std::string data;
     for (const SceneEdge& edge : level_.edges) data += pathData({edge.start, edge.end}, scale_);
     if (data.empty()) return;
@@ -170,17 +172,7 @@ class LevelDrawing {
 
   void drawTracks() {
     for (const SceneTrack& track : scene_.tracks) {
-      if (track.level != level_.level) continue;
-      drawTrack("track measured", track.measured);
-      drawTrack("track snapped", track.snapped);
-    }
-  }
-
-  void drawTrack(std::string_view classes, const std::vector<ScenePoint>& points) {
-    for (const ScenePoint& point : points) {
-      openMark(svg_, scaled(point), classes);
-      svg_.element("circle", {{"r", "3"}});
-      closeMark(svg_);
+      if (track.level == level_.level) writeTrack(svg_, track, scale_);
     }
   }
 
@@ -278,6 +270,13 @@ std::string silhouetteSvg(const SceneLevel& level, double pixelsPerMetre) {
   if (!floors.empty() || level.walls.empty()) return floors;
   svg.element("path", {{"d", wallData(level, pixelsPerMetre)}, {"fill", "none"}});
   return svg.take();
+}
+
+SceneWindow roomWindowOf(const Scene& scene, const SceneLevel& level) {
+  Extent extent;
+  for (const SceneRoom& room : level.rooms) extent.include(room.rings.front());
+  if (extent.empty()) return windowOf(scene, level);
+  return extent.window(scene.frame);
 }
 
 SceneWindow windowOf(const Scene& scene, const SceneLevel& level) {

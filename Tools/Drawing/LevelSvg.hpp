@@ -20,6 +20,9 @@ struct SceneWindow {
 /// frame for a level without contents.
 SceneWindow windowOf(const Scene& scene, const SceneLevel& level);
 
+/// The part that a level's rooms take, with a margin; `windowOf` for a level without rooms.
+SceneWindow roomWindowOf(const Scene& scene, const SceneLevel& level);
+
 /// How a level is drawn.
 struct LevelSvgOptions {
   /// Pixels for a metre; `fittingScale` gives one. Above 0.
@@ -51,7 +54,7 @@ std::string silhouetteSvg(const SceneLevel& level, double pixelsPerMetre);
 /// | class | elements | data |
 /// |---|---|---|
 /// | `way casing`, `way` | `path`, what is walked on beside the rooms | |
-/// | `floor` | `g` of outlines below the rooms | |
+/// | `floor` | `g` of outlines below the rooms, or of what walls without rooms enclose | |
 /// | `room KIND` | `path` | `data-name`, `data-category` |
 /// | `wall` | one `path` of all walls | |
 /// | `edge` | `line` | `data-edge="3-4"`, `data-distance="5.2"`, `data-kind` (type), `data-oneway`,

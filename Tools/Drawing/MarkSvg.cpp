@@ -25,7 +25,8 @@ constexpr std::array<Glyph, 6> kGlyphs{{
     {"M-3 -6V6M3 -6V6M-3 -3.5H3M-3 0H3M-3 3.5H3", ""},
 }};
 
-constexpr double kHalfOfGlyphDisc = 8;
+constexpr double kArrivalRadius = 9;
+constexpr double kDartBesideDisc = kDiscRadius + 18;  // from the disc's middle to the dart's point
 
 std::string translation(ScenePoint at) {
   return "translate(" + pixels(at.x) + ' ' + pixels(at.y) + ')';
@@ -39,8 +40,9 @@ std::string joined(const std::vector<std::int64_t>& levels) {
   return text;
 }
 
-bool isLevelChange(const RouteArrow& arrow) {
-  return arrow.kind == "levelUp" || arrow.kind == "levelDown";
+void writeDisc(SvgWriter& svg, ConnectionSymbol symbol, double radius) {
+  svg.element("circle", {{"class", "disc"}, {"r", pixels(radius)}});
+  writeGlyph(svg, symbol);
 }
 
 }  // namespace
@@ -94,19 +96,19 @@ void writePlace(SvgWriter& svg, const ScenePlace& place, ScenePoint at) {
   closeMark(svg);
 }
 
-void writeArrow(SvgWriter& svg, const RouteArrow& arrow, ScenePoint at) {
-  openMark(svg, at, "arrow " + arrow.kind,
+void writeArrow(SvgWriter& svg, const RouteArrow& arrow, ScenePoint at, bool besideDisc) {
+  std::string classes = "arrow " + arrow.kind;
+  if (arrow.changesLevel()) classes.append(" ").append(nameOf(arrow.symbol));
+  openMark(svg, at, classes,
            {{"data-text", arrow.text}, {"data-heading", decimals(arrow.heading)}});
-  if (isLevelChange(arrow)) {
-    svg.element("circle", {{"class", "disc"}, {"r", pixels(kDiscRadius - 1)}});
-    const std::string turned = arrow.kind == "levelDown" ? "rotate(180)" : "";
-    svg.element(
-        "path",
-        {{"class", "glyph"}, {"d", "M0 5V-5M-4.5 -1L0 -5.5L4.5 -1"}, {"transform", turned}});
+  if (arrow.changesLevel()) {
+    writeDisc(svg, arrow.symbol, kArrivalRadius);
   } else {
+    const std::string away =
+        besideDisc ? " translate(0 " + pixels(-kDartBesideDisc) + ')' : std::string();
     svg.element("path", {{"class", "dart"},
                          {"d", "M0 0L8 16L0 12L-8 16Z"},
-                         {"transform", "rotate(" + pixels(arrow.heading) + ')'}});
+                         {"transform", "rotate(" + pixels(arrow.heading) + ')' + away}});
   }
   closeMark(svg);
 }
@@ -116,9 +118,7 @@ void writeChange(SvgWriter& svg, const RouteChange& change, ScenePoint at, bool 
            {{"data-kind", change.type},
             {"data-from", std::to_string(change.from)},
             {"data-to", std::to_string(change.to)}});
-  const double radius = arriving ? kHalfOfGlyphDisc + 1 : kDiscRadius;
-  svg.element("circle", {{"class", "disc"}, {"r", pixels(radius)}});
-  writeGlyph(svg, change.symbol);
+  writeDisc(svg, change.symbol, arriving ? kArrivalRadius : kDiscRadius);
   closeMark(svg);
 }
 

@@ -32,10 +32,11 @@ void writePlace(SvgWriter& svg, const ScenePlace& place, ScenePoint at);
 
 inline constexpr double kArrowRadius = 8;
 
-/// The arrow of an instruction: its point is at `at`. Level changes get a disc instead.
-void writeArrow(SvgWriter& svg, const RouteArrow& arrow, ScenePoint at);
-
 inline constexpr double kDiscRadius = 11;
+
+/// The arrow of an instruction: its point is at `at`, or beyond a disc that stands there already.
+/// Level changes get a disc with their kind instead.
+void writeArrow(SvgWriter& svg, const RouteArrow& arrow, ScenePoint at, bool besideDisc);
 
 /// The disc where a route changes the level. `arriving`: where it comes from another one.
 void writeChange(SvgWriter& svg, const RouteChange& change, ScenePoint at, bool arriving);

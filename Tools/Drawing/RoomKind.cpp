@@ -10,10 +10,25 @@
 namespace KorvaniTools {
 namespace {
 
-struct Word {
-  std::string_view category;
-  RoomKind kind;
+/// What a word of map makers stands for.
+template <class Meaning>
+struct MapWord {
+  std::string_view word;
+  Meaning meaning;
 };
+
+using Word = MapWord<RoomKind>;
+using TypeName = MapWord<ConnectionSymbol>;
+
+/// The entry of that word, which is in small letters; null when there is none.
+template <class Meaning, std::size_t size>
+const MapWord<Meaning>* find(const std::array<MapWord<Meaning>, size>& words,
+                             std::string_view wanted) {
+  const auto found = std::find_if(words.begin(), words.end(), [&](const MapWord<Meaning>& each) {
+    return each.word == wanted;
+  });
+  return found == words.end() ? nullptr : &*found;
+}
 
 /// Words of map makers; each is looked for in the whole of a category and in its parts.
 constexpr std::array kWords{
@@ -158,12 +173,6 @@ constexpr std::array<std::string_view, 13> kKindWords{
     "Food",       "Toilets",          "Service", "Gate, platform or lounge", "Stairwell",
     "Lift shaft", "Outdoors",         "Closed"};
 
-const Word* find(std::string_view category) {
-  const auto found = std::find_if(kWords.begin(), kWords.end(),
-                                  [&](const Word& word) { return word.category == category; });
-  return found == kWords.end() ? nullptr : &*found;
-}
-
 struct Symbol {
   ConnectionSymbol symbol;
   std::string_view name;
@@ -178,11 +187,6 @@ constexpr std::array<Symbol, 6> kSymbols{{
     {ConnectionSymbol::ramp, "ramp", "Ramp"},
     {ConnectionSymbol::ladder, "ladder", "Ladder"},
 }};
-
-struct TypeName {
-  std::string_view type;
-  ConnectionSymbol symbol;
-};
 
 constexpr std::array kTypeNames{
     TypeName{"stairs", ConnectionSymbol::stairs},
@@ -201,13 +205,12 @@ constexpr std::array kTypeNames{
 
 RoomKind roomKindOf(std::string_view category) {
   const std::string folded = foldedCase(category);
-  if (const Word* word = find(folded)) return word->kind;
+  if (const Word* word = find(kWords, folded)) return word->meaning;
   constexpr auto kSeparators = "._:;=-/ ,";
   for (std::size_t from = 0; from < folded.size();) {
     const std::size_t end = std::min(folded.find_first_of(kSeparators, from), folded.size());
-    if (const Word* word = find(std::string_view(folded).substr(from, end - from))) {
-      return word->kind;
-    }
+    const std::string_view part = std::string_view(folded).substr(from, end - from);
+    if (const Word* word = find(kWords, part)) return word->meaning;
     from = end + 1;
   }
   return RoomKind::other;
@@ -218,10 +221,8 @@ std::string_view nameOf(RoomKind kind) { return kKindNames[static_cast<std::size
 std::string_view wordsFor(RoomKind kind) { return kKindWords[static_cast<std::size_t>(kind)]; }
 
 ConnectionSymbol connectionSymbolOf(std::string_view type) {
-  const std::string folded = foldedCase(type);
-  const auto found = std::find_if(kTypeNames.begin(), kTypeNames.end(),
-                                  [&](const TypeName& name) { return name.type == folded; });
-  return found == kTypeNames.end() ? ConnectionSymbol::path : found->symbol;
+  const TypeName* name = find(kTypeNames, foldedCase(type));
+  return name == nullptr ? ConnectionSymbol::path : name->meaning;
 }
 
 std::string_view nameOf(ConnectionSymbol symbol) {

@@ -93,18 +93,27 @@ void writeHops(SvgWriter& svg, const DrawnRoute& route, std::int64_t level, doub
   }
 }
 
+bool isSamePlace(ScenePoint a, ScenePoint b) { return std::hypot(a.x - b.x, a.y - b.y) < 0.5; }
+
 /// Whether an instruction's arrow already marks where a change arrives.
 bool hasArrow(const DrawnRoute& route, const RouteChange& change) {
-  for (const RouteArrow& arrow : route.arrows) {
-    if (arrow.level == change.to && arrow.kind.rfind("level", 0) == 0 &&
-        std::hypot(arrow.at.x - change.arrives.x, arrow.at.y - change.arrives.y) < 0.5) {
-      return true;
-    }
-  }
-  return false;
+  return std::any_of(route.arrows.begin(), route.arrows.end(), [&](const RouteArrow& arrow) {
+    return arrow.level == change.to && arrow.changesLevel() &&
+           isSamePlace(arrow.at, change.arrives);
+  });
 }
 
 }  // namespace
+
+bool standsOnDisc(const DrawnRoute& route, const RouteArrow& arrow) {
+  const auto on = [&](std::int64_t level, ScenePoint at) {
+    return arrow.level == level && isSamePlace(arrow.at, at);
+  };
+  return on(route.start.level, route.start.at) ||
+         std::any_of(route.changes.begin(), route.changes.end(), [&](const RouteChange& change) {
+           return on(change.from, change.leaves) || on(change.to, change.arrives);
+         });
+}
 
 std::string pathData(const SceneLine& line, double pixelsPerMetre) {
   std::string data;
@@ -137,7 +146,8 @@ void writeRouteMarks(SvgWriter& svg, const DrawnRoute& route, std::int64_t level
     return ScenePoint{point.x * pixelsPerMetre, point.y * pixelsPerMetre};
   };
   for (const RouteArrow& arrow : route.arrows) {
-    if (arrow.level == level) writeArrow(svg, arrow, scaled(arrow.at));
+    if (arrow.level != level) continue;
+    writeArrow(svg, arrow, scaled(arrow.at), standsOnDisc(route, arrow));
   }
   for (const RouteChange& change : route.changes) {
     if (change.from == level) writeChange(svg, change, scaled(change.leaves), false);

@@ -16,6 +16,10 @@ std::string pathData(const SceneLine& line, double pixelsPerMetre);
 /// The route's line with its chevrons, below everything that is written on the plan.
 void writeRoute(SvgWriter& svg, const DrawnRoute& route, std::int64_t level, double pixelsPerMetre);
 
+/// Whether the route's start or a change of level has its mark where an arrow is, so that the arrow
+/// is drawn beside it.
+bool standsOnDisc(const DrawnRoute& route, const RouteArrow& arrow);
+
 /// Arrows, level changes, start and destination.
 void writeRouteMarks(SvgWriter& svg, const DrawnRoute& route, std::int64_t level,
                      double pixelsPerMetre);

@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "Drawing/WallFloor.hpp"
 #include "Support/LevelNames.hpp"
 
 namespace KorvaniTools {
@@ -69,7 +70,10 @@ class SceneBuilder {
     for (const BuildingNode& node : building_.nodes) add(node);
     for (const BuildingEdge& edge : building_.edges) add(edge);
     for (const Place& place : building_.places) add(place);
-    for (auto& entry : levels_) scene_.levels.push_back(std::move(entry.second));
+    for (auto& entry : levels_) {
+      addFloor(entry.second);
+      scene_.levels.push_back(std::move(entry.second));
+    }
     return std::move(scene_);
   }
 
@@ -84,6 +88,13 @@ class SceneBuilder {
       if (names_.words(number) != plain) level.title += " \u00b7 " + level.name;
     }
     return level;
+  }
+
+  static void addFloor(SceneLevel& level) {
+    if (!level.rooms.empty()) return;
+    std::vector<SceneLine> walls;
+    for (const SceneWall& wall : level.walls) walls.push_back(wall.line);
+    level.floors = floorWithin(walls);
   }
 
   void add(const Room& room) {

@@ -75,6 +75,8 @@ struct SceneLevel {
   std::string name;   ///< what people call it; may be empty
   std::string title;  ///< "Level 2 · Upper deck", "Level 2"
   std::vector<SceneRoom> rooms;
+  /// What the walls enclose, closed outlines; only of a level without rooms.
+  std::vector<SceneLine> floors;
   std::vector<SceneWall> walls;
   std::vector<SceneNode> nodes;
   std::vector<SceneEdge> edges;
@@ -82,11 +84,18 @@ struct SceneLevel {
   std::vector<ScenePlace> places;
 };
 
+/// A position that an obstacle check did not believe.
+struct SceneJump {
+  ScenePoint came;
+  std::optional<ScenePoint> held;  ///< where the check let the person be, on the same level
+};
+
 /// Where somebody was, as measured and as shown.
 struct SceneTrack {
   std::int64_t level = 0;
   std::vector<ScenePoint> measured;
   std::vector<ScenePoint> snapped;
+  std::vector<SceneJump> denied;
 };
 
 struct Scene {

@@ -9,6 +9,7 @@
 
 #include "Drawing/Legend.hpp"
 #include "Drawing/LevelSvg.hpp"
+#include "Drawing/SheetPlans.hpp"
 #include "Drawing/SvgWriter.hpp"
 #include "Drawing/TextWidth.hpp"
 #include "Support/InputError.hpp"
@@ -24,11 +25,7 @@ constexpr double kTitleHeight = 30;
 constexpr double kHeadingHeight = 40;
 constexpr double kNoteHeight = 20;
 constexpr double kLeastWidth = 560;
-constexpr double kPlanWidth = 1400;
-constexpr double kPlanHeight = 1000;
-constexpr double kPixelsForMetre = 5;  // of large buildings, as long as the paper allows it
-constexpr double kLargestGrowth = 2;
-constexpr double kLargestScale = 60;
+constexpr double kRowWidth = 1400;    // of plans side by side
 constexpr double kColumnWidth = 430;  // of instructions
 constexpr double kScaleBarPixels = 140;
 
@@ -48,21 +45,6 @@ std::vector<const SceneLevel*> chosenLevels(const Scene& scene, const SceneSvgOp
                    (known.empty() ? "a building that is not empty" : "one of " + known));
 }
 
-/// What of the frame is shown: a single level fills its picture, several lie on top of each other.
-SceneWindow windowFor(const Scene& scene, const std::vector<const SceneLevel*>& levels,
-                      const SceneSvgOptions& options) {
-  if (options.level && levels.size() == 1) return windowOf(scene, *levels.front());
-  return {0, 0, scene.frame.width(), scene.frame.height()};
-}
-
-/// Plans fit into a page's width; those of large buildings get more, for the sake of names.
-double scaleFor(const SceneWindow& window) {
-  if (!(window.width > 0 && window.height > 0)) return 1;
-  const double scale = std::min(kPlanWidth / window.width, kPlanHeight / window.height);
-  const double growth = std::clamp(kPixelsForMetre / scale, 1.0, kLargestGrowth);
-  return std::min(scale * growth, kLargestScale);
-}
-
 /// The level whose silhouette lies below the others: the one with the most floor drawn.
 const SceneLevel* groundOf(const Scene& scene) {
   const SceneLevel* ground = nullptr;
@@ -77,6 +59,13 @@ const SceneLevel* groundOf(const Scene& scene) {
   return ground;
 }
 
+/// Plans side by side.
+struct PlanRow {
+  std::vector<const SheetPlan*> plans;
+  double width = 0;  ///< pixels
+  double height = 0;
+};
+
 /// Draws the whole sheet from top to bottom.
 class Sheet {
  public:
@@ -84,34 +73,51 @@ class Sheet {
       : scene_(scene),
         options_(options),
         levels_(chosenLevels(scene, options)),
-        window_(windowFor(scene, levels_, options)),
-        scale_(scaleFor(window_)),
-        planWidth_(window_.width * scale_),
-        planHeight_(window_.height * scale_),
+        plans_(sheetPlans(scene, levels_, options.level.has_value())),
         ground_(groundOf(scene)),
-        columns_(bestColumns()),
-        width_(std::max(kLeastWidth, gridWidth(columns_)) + 2 * kPadding) {}
+        rows_(filledRows()),
+        width_(widestRow() + 2 * kPadding) {}
 
   std::string draw() {
     double y = drawHeader();
     y = drawLevels(y);
     y = drawInstructions(y);
-    y = writeLegend(svg_, scene_, levels_, {kPadding, y}, width_ - 2 * kPadding);
+    y = writeLegend(svg_, scene_, levels_, silhouette(), {kPadding, y}, width_ - 2 * kPadding);
     y = drawAttribution(y);
     return finished(svg_.take(), y + kPadding - kGap / 2);
   }
 
  private:
-  double gridWidth(std::size_t columns) const {
-    const auto count = static_cast<double>(columns);
-    return count * planWidth_ + (count - 1) * kGap;
+  /// Whether all plans show the same part of the building.
+  bool hasOneScale() const {
+    return std::all_of(plans_.begin(), plans_.end(),
+                       [&](const SheetPlan& plan) { return plan.scale == plans_.front().scale; });
+  }
+
+  double widestPlan() const {
+    double widest = 0;
+    for (const SheetPlan& plan : plans_) widest = std::max(widest, plan.width());
+    return widest;
   }
 
   /// As many plans side by side as are about as wide as one that is wide.
-  std::size_t bestColumns() const {
-    std::size_t columns = 1;
-    while (columns < levels_.size() && gridWidth(columns + 1) <= kPlanWidth + kGap) ++columns;
-    return columns;
+  std::vector<PlanRow> filledRows() const {
+    const double room = std::max(kRowWidth + kGap, widestPlan());
+    std::vector<PlanRow> rows;
+    for (const SheetPlan& plan : plans_) {
+      if (rows.empty() || rows.back().width + kGap + plan.width() > room) rows.emplace_back();
+      PlanRow& row = rows.back();
+      row.width += (row.plans.empty() ? 0 : kGap) + plan.width();
+      row.height = std::max(row.height, plan.height());
+      row.plans.push_back(&plan);
+    }
+    return rows;
+  }
+
+  double widestRow() const {
+    double widest = kLeastWidth;
+    for (const PlanRow& row : rows_) widest = std::max(widest, row.width);
+    return widest;
   }
 
   void writeText(std::string_view classes, double x, double y, std::string_view text) {
@@ -139,7 +145,8 @@ class Sheet {
       if (!line.empty()) writeText("note", kPadding, y, line);
       y += kNoteHeight;
     }
-    drawScale(width_ - kPadding - 40);
+    const double scale = plans_.empty() ? 1 : plans_.front().scale;
+    if (hasOneScale()) drawScale(scale, width_ - kPadding - 40, kPadding + 26);
     svg_.open("g", {{"transform", "translate(" + pixels(width_ - kPadding - 28) + ' ' +
                                       pixels(kPadding - 6) + ')'}});
     svg_.raw(northArrowSvg());
@@ -147,11 +154,10 @@ class Sheet {
     return std::max(y, kPadding + kHeadingHeight + kNoteHeight);
   }
 
-  /// The scale bar, whose right end is at `right`.
-  void drawScale(double right) {
-    const ScaleBar bar = scaleBarFor(scale_, kScaleBarPixels);
+  /// The scale bar, whose lower right end is there.
+  void drawScale(double scale, double right, double y) {
+    const ScaleBar bar = scaleBarFor(scale, kScaleBarPixels);
     const std::string left = pixels(right - bar.pixels);
-    const double y = kPadding + 26;
     svg_.open("g", {{"class", "scale"}, {"data-metres", decimals(bar.metres)}});
     svg_.element("path", {{"d", 'M' + left + ' ' + pixels(y - 6) + 'V' + pixels(y) + 'H' +
                                     pixels(right) + 'V' + pixels(y - 6)}});
@@ -167,47 +173,67 @@ class Sheet {
       writeText("note", kPadding, y + kNoteHeight, "There is nothing to draw in this building.");
       return y + 2 * kNoteHeight + kGap;
     }
-    for (std::size_t i = 0; i < levels_.size(); i += columns_) {
-      for (std::size_t column = 0; column < columns_ && i + column < levels_.size(); ++column) {
-        const double x = kPadding + static_cast<double>(column) * (planWidth_ + kGap);
-        drawLevel(*levels_[i + column], x, y);
+    for (const PlanRow& row : rows_) {
+      double x = kPadding;
+      for (const SheetPlan* plan : row.plans) {
+        drawPlan(*plan, x, y);
+        x += plan->width() + kGap;
       }
-      y += kTitleHeight + planHeight_ + kGap;
+      y += kTitleHeight + row.height + kGap;
     }
     return y;
   }
 
-  void drawLevel(const SceneLevel& level, double x, double y) {
-    writeText("title", x, y + 18, shortened(level.title, 16, true, std::max(planWidth_, 200.0)));
+  void drawPlan(const SheetPlan& plan, double x, double y) {
+    const bool hasBar = !hasOneScale();
+    const std::string title = plan.level->title + (plan.detail ? ", its rooms enlarged" : "");
+    const double room = plan.width() - (hasBar ? kScaleBarPixels + kGap : 0);
+    writeText("title", x, y + 18, shortened(title, 16, true, std::max(room, 200.0)));
+    if (hasBar) drawScale(plan.scale, x + plan.width(), y + kTitleHeight - 6);
     svg_.open("g",
               {{"transform", "translate(" + pixels(x) + ' ' + pixels(y + kTitleHeight) + ')'}});
     svg_.element("rect", {{"class", "panel"},
-                          {"width", pixels(planWidth_)},
-                          {"height", pixels(planHeight_)},
+                          {"width", pixels(plan.width())},
+                          {"height", pixels(plan.height())},
                           {"rx", "10"}});
-    svg_.open("svg",
-              {{"width", pixels(planWidth_)},
-               {"height", pixels(planHeight_)},
-               {"viewBox", pixels(window_.left * scale_) + ' ' + pixels(window_.top * scale_) +
-                               ' ' + pixels(planWidth_) + ' ' + pixels(planHeight_)}});
-    if (&level != ground_) {
-      svg_.element("use", {{"class", "ghost"}, {"href", "#ghost"}});
-    }
+    svg_.open("svg", {{"width", pixels(plan.width())},
+                      {"height", pixels(plan.height())},
+                      {"viewBox", pixels(plan.window.left * plan.scale) + ' ' +
+                                      pixels(plan.window.top * plan.scale) + ' ' +
+                                      pixels(plan.width()) + ' ' + pixels(plan.height())}});
+    drawGhost(plan);
     LevelSvgOptions drawing;
-    drawing.pixelsPerMetre = scale_;
+    drawing.pixelsPerMetre = plan.scale;
     drawing.graph = options_.graph;
-    drawing.window = window_;
-    svg_.raw(levelSvg(scene_, level, drawing));
+    drawing.window = plan.window;
+    svg_.raw(levelSvg(scene_, *plan.level, drawing));
     svg_.close();
     svg_.close();
   }
 
+  /// The silhouette below a level that is not its own.
+  void drawGhost(const SheetPlan& plan) {
+    if (plan.level == ground_) return;
+    const double magnified = plan.scale / plans_.front().scale;
+    svg_.element("use",
+                 {{"class", "ghost"},
+                  {"href", "#ghost"},
+                  {"transform", magnified == 1 ? "" : "scale(" + decimals(magnified) + ')'}});
+  }
+
+  /// The level whose silhouette is seen below others of the sheet; null when none is.
+  const SceneLevel* silhouette() const {
+    const bool shown = std::any_of(levels_.begin(), levels_.end(),
+                                   [&](const SceneLevel* level) { return level != ground_; });
+    return shown && !silhouetteSvg(*ground_, plans_.front().scale).empty() ? ground_ : nullptr;
+  }
+
   /// The silhouette that the levels refer to.
   void defineGhost(SvgWriter& file) const {
-    if (ground_ == nullptr) return;
+    if (ground_ == nullptr || plans_.empty()) return;
     file.open("defs");
     file.open("g", {{"id", "ghost"}});
-    file.raw(silhouetteSvg(*ground_, scale_));
+    file.raw(silhouetteSvg(*ground_, plans_.front().scale));
     file.close();
     file.close();
   }
@@ -284,12 +310,9 @@ class Sheet {
   const Scene& scene_;
   const SceneSvgOptions& options_;
   const std::vector<const SceneLevel*> levels_;
-  const SceneWindow window_;
-  const double scale_;
-  const double planWidth_;
-  const double planHeight_;
+  const std::vector<SheetPlan> plans_;
   const SceneLevel* const ground_;
-  const std::size_t columns_;
+  const std::vector<PlanRow> rows_;
   const double width_;
   SvgWriter svg_;
 };

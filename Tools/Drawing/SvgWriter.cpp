@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "Drawing/Utf8.hpp"
+#include "Support/Utf8.hpp"
 
 namespace KorvaniTools {
 namespace {

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "Drawing/Utf8.hpp"
+#include "Support/Utf8.hpp"
 
 namespace KorvaniTools {
 namespace {

@@ -1,7 +1,6 @@
 #include "Simulation/WalkTrace.hpp"
 
 #include <algorithm>
-#include <cctype>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -10,6 +9,7 @@
 #include "Platform/Value.hpp"
 #include "Simulation/PositionNoise.hpp"
 #include "Support/ConfigSettings.hpp"
+#include "Support/PlainText.hpp"
 #include "Support/Text.hpp"
 #include "Trace/TraceWriter.hpp"
 
@@ -28,11 +28,7 @@ std::string keyOf(const std::string& setting) {
 std::string exactly(double number) { return jsonText(numberJson(number)); }
 
 /// One line of comment, whatever is in `text`.
-std::string comment(std::string text) {
-  std::replace_if(
-      text.begin(), text.end(), [](unsigned char c) { return std::iscntrl(c) != 0; }, ' ');
-  return "# " + text + '\n';
-}
+std::string comment(const std::string& text) { return "# " + plainLine(text) + '\n'; }
 
 std::string spotWords(const Spot& spot, const LevelNames& levels) {
   return spot.name + " (" + levels.words(spot.level) + ')';

@@ -91,6 +91,18 @@ TEST_F(DrawCommand, DrawsWhereAWalkWentAlong) {
   const XmlElement root = parsedXml(written("walk.svg"));
   EXPECT_GT(root.ofClass("measured").size(), 10U);
   EXPECT_GT(root.ofClass("snapped").size(), 10U);
+  EXPECT_FALSE(root.ofClass("arrow").empty());
+  EXPECT_EQ(root.ofClass("start").front()->attribute("data-place"), "Main entrance");
+}
+
+TEST_F(DrawCommand, DrawsJumpsThatWereDenied) {
+  const std::string golden = std::string(KORVANI_SOURCE_DIR) + "/Tests/Golden/";
+  const Outcome outcome = draw(
+      {golden + "corridor.building.geojson", "--trace", golden + "deniers.trace.ndjson"}, "d.svg");
+  EXPECT_EQ(outcome.status, 0) << outcome.errors;
+  const XmlElement root = parsedXml(written("d.svg"));
+  EXPECT_EQ(root.ofClass("level").front()->ofClass("denied").size(), 3U);
+  EXPECT_GT(root.ofClass("measured").size(), 5U);
 }
 
 TEST_F(DrawCommand, WritesAPage) {

@@ -47,7 +47,7 @@ SceneFrame frame() {
   return SceneFrame(rectangle, 0);
 }
 
-DrawnRoute drawn(std::vector<Step> steps) {
+DrawnRoute drawnSteps(std::vector<Step> steps) {
   const Spot start{"Start", steps.front().start()->coordinate(), steps.front().start()->level()};
   const Spot end{"End", steps.back().end()->coordinate(), steps.back().end()->level()};
   return drawnRoute(Route(std::move(steps)), start, end, LevelNames(), frame());
@@ -60,7 +60,7 @@ TEST(DrawnRoute, IsOneLegForEachStayOnALevel) {
   const auto d = point(10, 5, 1);
   const auto e = point(0, 5, 1);
   const DrawnRoute route =
-      drawn({Step(a, b, 10), Step(b, c, 3, true, 1, "lift"), Step(c, d, 5), Step(d, e, 10)});
+      drawnSteps({Step(a, b, 10), Step(b, c, 3, true, 1, "lift"), Step(c, d, 5), Step(d, e, 10)});
   ASSERT_EQ(route.legs.size(), 2U);
   EXPECT_EQ(route.legs[0].level, 0);
   ASSERT_EQ(route.legs[1].line.size(), 3U);
@@ -82,7 +82,7 @@ TEST(DrawnRoute, TakesARideOverSeveralLevelsForOneChange) {
   const auto b = point(0, 0, 1);
   const auto c = point(4, 0, 0);
   const DrawnRoute route =
-      drawn({Step(a, b, 3, true, 1, "escalator"), Step(b, c, 5, true, 1, "escalator")});
+      drawnSteps({Step(a, b, 3, true, 1, "escalator"), Step(b, c, 5, true, 1, "escalator")});
   ASSERT_EQ(route.changes.size(), 1U);
   EXPECT_EQ(route.changes[0].from, 2);
   EXPECT_EQ(route.changes[0].to, 0);
@@ -92,9 +92,9 @@ TEST(DrawnRoute, TakesARideOverSeveralLevelsForOneChange) {
 }
 
 TEST(DrawnRoute, TellsConnectionsOfDifferentKindsApart) {
-  const DrawnRoute route = drawn({Step(point(0, 0, 0), point(0, 0, 1), 3, true, 1, "lift"),
-                                  Step(point(0, 0, 1), point(0, 0, 2), 3, true, 1, "stairs"),
-                                  Step(point(0, 0, 2), point(0, 0, 1), 3, true, 1, "stairs")});
+  const DrawnRoute route = drawnSteps({Step(point(0, 0, 0), point(0, 0, 1), 3, true, 1, "lift"),
+                                       Step(point(0, 0, 1), point(0, 0, 2), 3, true, 1, "stairs"),
+                                       Step(point(0, 0, 2), point(0, 0, 1), 3, true, 1, "stairs")});
   EXPECT_EQ(route.changes.size(), 3U);
 }
 

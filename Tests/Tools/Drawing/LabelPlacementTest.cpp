@@ -174,6 +174,20 @@ TEST(LabelPlacement, KeepsLabelsOnThePaper) {
   }
 }
 
+TEST(LabelPlacement, SaysNothingTwiceNearBy) {
+  std::vector<LabelWish> wishes{wishAt(50, 40), wishAt(120, 40), wishAt(120, 200), wishAt(330, 40)};
+  for (std::size_t i : {0U, 1U, 3U}) wishes[i].saying = 7;
+  wishes[2].saying = 8;
+  const auto labels = placeLabels(wishes, kPaper, {}, {1, 4});
+  ASSERT_EQ(labels.size(), 4U);
+  EXPECT_EQ(labels[0].wish, 0U);
+  EXPECT_EQ(labels[1].wish, 2U);
+  EXPECT_EQ(labels[2].wish, 3U);
+  EXPECT_EQ(labels[2].zoom, 1);
+  EXPECT_EQ(labels[3].wish, 1U);  // magnified, it stands far enough from the others
+  EXPECT_EQ(labels[3].zoom, 4);
+}
+
 TEST(LabelPlacement, GivesTheSameLabelsForTheSameWishes) {
   std::mt19937 random(3);
   const auto wishes = randomWishes(random, 150);

@@ -3,13 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <filesystem>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "Building/BuildingReader.hpp"
 #include "Drawing/LevelLabels.hpp"
+#include "Support/Maps.hpp"
 #include "Tools/BuildingText.hpp"
 #include "Tools/Drawing/XmlTree.hpp"
 
@@ -68,6 +68,26 @@ TEST(LevelSvg, SaysWhatRoomsPlacesAndConnectionsAre) {
   EXPECT_TRUE(lift.hasClass("elevator"));
   EXPECT_EQ(lift.attribute("data-node"), "2");
   EXPECT_EQ(lift.attribute("data-levels"), "1");
+}
+
+TEST(LevelSvg, ShowsWhatWallsEncloseAndTheWaysOutsideWhereThereAreNoRooms) {
+  const XmlElement root = drawn(makeScene(
+      parsed({wallOf(0, "[[11,48],[11.0003,48],[11.0003,48.0002],[11,48.0002],[11,48]]"),
+              nodeAt(1, 0, 11.0001, 48.0001), nodeAt(2, 0, 11.0009, 48.0001), edgeOf(1, 2)})));
+  EXPECT_EQ(root.ofClass("enclosed").size(), 1U);
+  EXPECT_EQ(root.ofClass("way").size(), 2U);
+}
+
+TEST(LevelSvg, OfALevelWithRoomsTheWallsMakeNoFloor) {
+  EXPECT_TRUE(drawn(hall()).ofClass("enclosed").empty());
+}
+
+TEST(LevelSvg, NamesAPlaceOnceNearby) {
+  const XmlElement root = drawn(makeScene(
+      parsed({placeAt("Ticket machine", 0, 11, 48), placeAt("Ticket machine", 0, 11.00008, 48),
+              placeAt("Ticket machine", 0, 11.0009, 48)})));
+  EXPECT_EQ(root.ofClass("place").size(), 3U);
+  EXPECT_EQ(root.ofClass("label").size(), 2U);
 }
 
 TEST(LevelSvg, DrawsTheGraphOnlyWhenAsked) {
@@ -179,6 +199,42 @@ TEST(LevelSvg, DrawsInstructionsChangesAndEnds) {
   EXPECT_EQ(only(only(above.ofClass("badge")).named("text")).text, "from level 0");
 }
 
+TEST(LevelSvg, MarksAnArrivalWithItsKind) {
+  Scene scene = hallWithRoute();
+  scene.route->arrows.push_back(
+      {1, {16, 20}, 0, "levelUp", "go up", KorvaniTools::ConnectionSymbol::escalator});
+  const XmlElement above = parsedXml(levelSvg(scene, scene.levels.back(), {}));
+  const XmlElement& arrow = only(above.ofClass("arrow"));
+  EXPECT_TRUE(arrow.hasClass("escalator"));
+  const std::string glyph = only(only(above.ofClass("connection")).ofClass("solid")).attribute("d");
+  EXPECT_NE(only(arrow.ofClass("solid")).attribute("d"), glyph) << "a lift is there, not taken";
+  EXPECT_EQ(arrow.ofClass("glyph").size(), 2U);
+  EXPECT_TRUE(above.ofClass("arrival").empty()) << "one mark is enough";
+}
+
+TEST(LevelSvg, DrawsAnArrowBesideTheDiscThatItBeginsAt) {
+  Scene scene = hallWithRoute();
+  scene.route->arrows = {{1, {16, 20}, 90, "forward", "go straight on"}};
+  const XmlElement above = parsedXml(levelSvg(scene, scene.levels.back(), {}));
+  const XmlElement& arrow = only(above.ofClass("arrow"));
+  EXPECT_EQ(arrow.attribute("transform"), "translate(160 200)") << "its place is the engine's";
+  EXPECT_EQ(only(arrow.ofClass("dart")).attribute("transform"), "rotate(90) translate(0 -29)");
+}
+
+TEST(LevelSvg, DrawsPositionsAndDeniedJumps) {
+  Scene scene = hall();
+  KorvaniTools::SceneTrack track;
+  track.measured = {{1, 2}, {3, 2}};
+  track.snapped = {{1, 3}};
+  track.denied = {{{3, 8}, KorvaniTools::ScenePoint{3, 2}}, {{4, 9}, {}}};
+  scene.tracks.push_back(track);
+  const XmlElement level = drawn(scene);
+  EXPECT_EQ(level.ofClass("measured").size(), 2U);
+  EXPECT_EQ(level.ofClass("snapped").size(), 1U);
+  EXPECT_EQ(level.ofClass("denied").size(), 2U);
+  EXPECT_EQ(only(level.ofClass("jump")).attribute("d"), "M30 20L30 80");
+}
+
 TEST(LevelSvg, BearsARouteThatComesFromFarAway) {
   Scene scene = hallWithRoute();
   scene.route->legs.front().line.front() = {-2e7, 1e7};
@@ -270,14 +326,11 @@ TEST(LevelLabels, DoNotOverlapInTheExampleBuilding) {
 }
 
 TEST(LevelLabels, DoNotOverlapInRealBuildings) {
-  const std::filesystem::path maps = KORVANI_MAPS_DIR;
-  if (maps.empty() || !std::filesystem::exists(maps)) {
-    GTEST_SKIP() << "no maps at " << maps << "; set KORVANI_MAPS_DIR to their folder";
-  }
+  SKIP_WITHOUT_MAPS();
   for (const char* file :
        {"cch-32c3-graph/cch.building.geojson", "spb-polytech-imdf/spb.building.geojson"}) {
     SCOPED_TRACE(file);
-    expectNoOverlap(makeScene(KorvaniTools::readBuilding(maps / file)), 1200);
+    expectNoOverlap(makeScene(KorvaniTools::readBuilding(mapFile(file))), 1200);
   }
 }
 

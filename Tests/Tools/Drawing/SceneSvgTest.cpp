@@ -33,7 +33,7 @@ Scene house() {
              R"("levels":[{"level":2,"name":"Attic"}])"));
 }
 
-XmlElement drawn(const Scene& scene, const SceneSvgOptions& options = {}) {
+XmlElement drawnSheet(const Scene& scene, const SceneSvgOptions& options = {}) {
   return parsedXml(sceneSvg(scene, options));
 }
 
@@ -44,7 +44,7 @@ Texts textsOf(const XmlElement& root, const std::string& word) {
 }
 
 TEST(SceneSvg, IsAPictureWithTitleAndDescription) {
-  const XmlElement root = drawn(house());
+  const XmlElement root = drawnSheet(house());
   EXPECT_EQ(root.name, "svg");
   EXPECT_EQ(root.attribute("role"), "img");
   EXPECT_EQ(root.named("title").front()->text, "Town hall");
@@ -53,7 +53,7 @@ TEST(SceneSvg, IsAPictureWithTitleAndDescription) {
 }
 
 TEST(SceneSvg, ShowsLevelsFromTheHighestDown) {
-  const XmlElement root = drawn(house());
+  const XmlElement root = drawnSheet(house());
   EXPECT_EQ(textsOf(root, "title"), (Texts{"Level 2 \u00b7 Attic", "Level 0", "Level -1"}));
   Texts levels;
   for (const XmlElement* level : root.ofClass("level")) {
@@ -65,7 +65,7 @@ TEST(SceneSvg, ShowsLevelsFromTheHighestDown) {
 TEST(SceneSvg, ShowsOneLevelWhenAsked) {
   SceneSvgOptions options;
   options.level = -1;
-  const XmlElement root = drawn(house(), options);
+  const XmlElement root = drawnSheet(house(), options);
   EXPECT_EQ(textsOf(root, "title"), Texts{"Level -1"});
 }
 
@@ -75,17 +75,33 @@ TEST(SceneSvg, ShowsASingleLevelAsLargeAsItGets) {
   };
   SceneSvgOptions options;
   options.level = 2;  // one point, while level 0 is 75 m long
-  EXPECT_LT(metresOfBar(drawn(house(), options)), metresOfBar(drawn(house())));
+  EXPECT_LT(metresOfBar(drawnSheet(house(), options)), metresOfBar(drawnSheet(house())));
+}
+
+TEST(SceneSvg, OfACampusGivesEachPlanAScaleBarOfItsOwn) {
+  const auto room = [](int level) {
+    return featureOf("room", "\"level\":" + std::to_string(level), "Polygon",
+                     "[[[11,48],[11.001,48],[11.001,48.0005],[11,48.0005],[11,48]]]");
+  };
+  const XmlElement root = drawnSheet(makeScene(
+      parsed({room(0), room(1), nodeAt(1, 0, 11.0005, 48.0002), nodeAt(2, 0, 11.02, 48.0002)})));
+  EXPECT_EQ(textsOf(root, "title"), (Texts{"Level 1", "Level 0", "Level 0, its rooms enlarged"}));
+  const auto bars = root.ofClass("scale");
+  ASSERT_EQ(bars.size(), 3U);
+  EXPECT_EQ(bars[0]->attribute("data-metres"), bars[2]->attribute("data-metres"));
+  EXPECT_GE(std::stod(bars[1]->attribute("data-metres")), 50);
+  EXPECT_LE(std::stod(bars[2]->attribute("data-metres")), 20);
 }
 
 TEST(SceneSvg, LaysTheSilhouetteOfOneLevelBelowTheOthers) {
   const XmlElement root =
-      drawn(makeScene(parsed({wallOf(0, "[[11,48],[11.001,48]]"), nodeAt(1, 1, 11, 48),
-                              nodeAt(2, 2, 11, 48), nodeAt(3, 0, 11, 48)})));
+      drawnSheet(makeScene(parsed({wallOf(0, "[[11,48],[11.001,48]]"), nodeAt(1, 1, 11, 48),
+                                   nodeAt(2, 2, 11, 48), nodeAt(3, 0, 11, 48)})));
   EXPECT_EQ(root.named("use").size(), 2U);
   const auto defined = root.named("defs").front()->named("path");
   ASSERT_EQ(defined.size(), 1U);
   EXPECT_EQ(defined.front()->attribute("d"), root.ofClass("wall").front()->attribute("d"));
+  EXPECT_EQ(textsOf(*root.ofClass("legend").front(), "note"), Texts{"Where level 0 lies"});
 }
 
 TEST(SceneSvg, RefusesALevelThatIsNotThere) {
@@ -100,18 +116,27 @@ TEST(SceneSvg, RefusesALevelThatIsNotThere) {
 }
 
 TEST(SceneSvg, SaysWhoMustBeNamed) {
-  EXPECT_EQ(textsOf(drawn(house()), "attribution"),
+  EXPECT_EQ(textsOf(drawnSheet(house()), "attribution"),
             Texts{"Map data: \u00a9 Mappers \u00b7 Licence: CC0"});
 }
 
 TEST(SceneSvg, HasALegendForWhatItShows) {
-  const XmlElement root = drawn(house());
+  const XmlElement root = drawnSheet(house());
   const Texts words = textsOf(*root.ofClass("legend").front(), "note");
   EXPECT_EQ(words, Texts{"Stairs"});
 }
 
+TEST(SceneSvg, HasALegendForAWalk) {
+  Scene scene = house();
+  scene.tracks.push_back({0, {{1, 1}}, {{1, 2}}, {}});
+  const auto notes = [&] { return textsOf(*drawnSheet(scene).ofClass("legend").front(), "note"); };
+  EXPECT_EQ(notes(), (Texts{"Stairs", "Position as measured", "Position on the map"}));
+  scene.tracks[0].denied.push_back({{1, 1}, {}});
+  EXPECT_EQ(notes().back(), "Jump that was denied");
+}
+
 TEST(SceneSvg, OfAnEmptyBuildingSaysSo) {
-  const XmlElement root = drawn(makeScene(Building{}));
+  const XmlElement root = drawnSheet(makeScene(Building{}));
   EXPECT_EQ(root.named("title").front()->text, "Floor plan");
   EXPECT_EQ(textsOf(root, "note"), Texts{"There is nothing to draw in this building."});
 }
@@ -119,13 +144,13 @@ TEST(SceneSvg, OfAnEmptyBuildingSaysSo) {
 TEST(SceneSvg, DrawsABuildingOfOnePoint) {
   SceneSvgOptions options;
   options.graph = true;
-  const XmlElement root = drawn(makeScene(parsed({nodeAt(1, 0, 11, 48)})), options);
+  const XmlElement root = drawnSheet(makeScene(parsed({nodeAt(1, 0, 11, 48)})), options);
   EXPECT_EQ(root.ofClass("node").size(), 1U);
 }
 
 TEST(SceneSvg, DrawsABuildingAsWideAsTheEarth) {
   const XmlElement root =
-      drawn(makeScene(parsed({nodeAt(1, 0, -180, -90), nodeAt(2, 0, 180, 90), edgeOf(1, 2)})));
+      drawnSheet(makeScene(parsed({nodeAt(1, 0, -180, -90), nodeAt(2, 0, 180, 90), edgeOf(1, 2)})));
   EXPECT_LT(std::stod(root.attribute("width")), 4000);
   EXPECT_GT(std::stod(root.attribute("height")), 0);
 }
@@ -143,7 +168,7 @@ TEST(SceneSvg, NeedsNothingFromOutside) {
 
 TEST(SceneSvg, HasEachIdOnce) {
   std::set<std::string> ids;
-  const XmlElement root = drawn(house());
+  const XmlElement root = drawnSheet(house());
   for (const XmlElement* element :
        root.all([](const XmlElement& each) { return each.attributes.count("id") > 0; })) {
     EXPECT_TRUE(ids.insert(element->attribute("id")).second);
@@ -154,7 +179,7 @@ TEST(SceneSvg, EscapesNamesEverywhere) {
   const Scene scene = makeScene(parsed({nodeAt(1, 0, 11, 48)},
                                        R"("name":"<b>&\"","attribution":"<i>'","licence":"]]>",)"
                                        R"("levels":[{"level":0,"name":"</text><script>"}])"));
-  const XmlElement root = drawn(scene);
+  const XmlElement root = drawnSheet(scene);
   EXPECT_EQ(root.named("title").front()->text, "<b>&\"");
   EXPECT_TRUE(root.named("script").empty());
   EXPECT_EQ(textsOf(root, "attribution"), Texts{"Map data: <i>' \u00b7 Licence: ]]>"});
@@ -170,7 +195,7 @@ TEST(SceneSvg, TellsTheWay) {
   route.travelTime = 26;
   route.instructions = {"go straight on for 20 m", "in 18 m you reach Door"};
   scene.route = route;
-  const XmlElement root = drawn(scene);
+  const XmlElement root = drawnSheet(scene);
   const Texts notes = textsOf(root, "note");
   EXPECT_EQ(notes.at(0), "From Desk to Door: 38 m, about 26 s");
   EXPECT_EQ(notes.at(1), "1. go straight on for 20 m");
@@ -190,7 +215,7 @@ TEST(SceneSvg, IsTheSameForTheSameScene) {
 
 TEST(SceneSvg, DrawsItsScaleBarAsLongAsItSays) {
   const Scene scene = house();
-  const XmlElement root = drawn(scene);
+  const XmlElement root = drawnSheet(scene);
   const XmlElement& bar = *root.ofClass("scale").front();
   const std::string path = bar.named("path").front()->attribute("d");
   const double left = std::stod(path.substr(1));

@@ -85,7 +85,7 @@ TEST_F(TimelineOfATrace, TheNextPositionForgetsWhereTheLastOneWasSnapped) {
 TEST_F(TimelineOfATrace, ARouteComesWithItsWordsAndTheWayLeft) {
   const Timeline made = timeline(routeTo(20, 0) + lineAt("position", 6, 0));
   ASSERT_THAT(made.routes, SizeIs(1));
-  EXPECT_EQ(made.routes[0].destination, "Desk");
+  EXPECT_EQ(made.routes[0].end.name, "Desk");
   EXPECT_FALSE(made.routes[0].direct);
   ASSERT_FALSE(made.routes[0].instructions.empty());
   EXPECT_THAT(made.routes[0].instructions.back().text, HasSubstr("you reach Desk"));
@@ -98,7 +98,36 @@ TEST_F(TimelineOfATrace, ARouteComesWithItsWordsAndTheWayLeft) {
   EXPECT_LT(onTheWay.remaining, start.remaining - 4);
   EXPECT_NEAR(eastOf(onTheWay.ahead.front()), 6, 0.2);
   EXPECT_NEAR(eastOf(onTheWay.ahead.back()), 20, 0.2);
-  EXPECT_EQ(onTheWay.snapped, onTheWay.ahead.front());
+}
+
+TEST_F(TimelineOfATrace, WhatASnapAnswersStaysWhenThePositionGoesToTheRoute) {
+  const Timeline made =
+      timeline(routeTo(20, 0) + lineAt("snap", 10, 4) + lineAt("position", 10, 4));
+  const Moment& guided = made.moments[2];
+  EXPECT_EQ(guided.second, made.moments[1].second);
+  EXPECT_EQ(guided.snapped, made.moments[1].snapped);
+  EXPECT_TRUE(guided.snapped);
+  EXPECT_FALSE(guided.ahead.empty());
+  EXPECT_FALSE(timeline(routeTo(20, 0) + lineAt("position", 6, 0)).moments[1].snapped)
+      << "nobody asked";
+}
+
+TEST_F(TimelineOfATrace, ARouteKnowsWhereTheGuidanceBegan) {
+  // The second route is another way, from where the person has strayed to.
+  const Timeline made = timeline(routeTo(20, 0) + lineAt("position", 15, 9));
+  ASSERT_THAT(made.routes, SizeIs(2));
+  for (const auto& route : made.routes) {
+    EXPECT_EQ(route.start.name, "Door");
+    EXPECT_EQ(route.end.name, "Desk");
+  }
+}
+
+TEST_F(TimelineOfATrace, AGuidanceThatBeginsNowhereBeginsWhereItsRouteDoes) {
+  const Timeline made = timeline(R"({"op":"route","from":{"lat":1e300,"lon":20,"level":0},"to":[)" +
+                                 pointAt(20, 0) + "]}\n" + lineAt("position", 1, 0));
+  for (const auto& route : made.routes) {
+    EXPECT_NEAR(route.start.coordinate.latitude, 10, 0.01);
+  }
 }
 
 TEST_F(TimelineOfATrace, WhoFollowsTheRouteKeepsIt) {
@@ -126,7 +155,7 @@ TEST_F(TimelineOfATrace, AnotherWayIsARerouting) {
   ASSERT_THAT(made.routes, SizeIs(2));
   EXPECT_TRUE(made.moments[1].rerouted);
   EXPECT_EQ(made.moments[1].route, 1U);
-  EXPECT_EQ(made.routes[1].destination, "Desk");
+  EXPECT_EQ(made.routes[1].end.name, "Desk");
   EXPECT_EQ(made.moments[1].instruction, 0U);
 }
 
@@ -150,7 +179,7 @@ TEST_F(TimelineOfATrace, ArrivalEndsTheRouteAndSaysWhere) {
 }
 
 TEST_F(TimelineOfATrace, ADestinationThatIsNoPlaceHasNoName) {
-  EXPECT_EQ(timeline(routeTo(10, 10)).routes.at(0).destination, "the destination");
+  EXPECT_EQ(timeline(routeTo(10, 10)).routes.at(0).end.name, "the destination");
 }
 
 TEST_F(TimelineOfATrace, AWayThatIsNotMappedIsDirect) {

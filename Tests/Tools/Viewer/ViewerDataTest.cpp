@@ -75,6 +75,39 @@ TEST_F(ViewerDataOfAWalk, AWayBesideTheRouteIsWrittenWhole) {
   EXPECT_FALSE(json.contains("here"));
 }
 
+TEST_F(ViewerDataOfAWalk, ARouteHasItsMarks) {
+  const OrderedJson route = walk(timeline(routeTo(30, 10, 1)))["routes"][0];
+  EXPECT_EQ(route["start"], "Door");
+  EXPECT_EQ(route["destination"], "Archive");
+  EXPECT_EQ(route["from"], viewerData(scene_, {}, 2, false)["places"][0]["at"]);
+  ASSERT_EQ(route["changes"].size(), 1U);
+  const OrderedJson& change = route["changes"][0];
+  EXPECT_EQ(change["symbol"], "stairs");
+  EXPECT_EQ(change["words"], "to level 1");
+  EXPECT_EQ(change["leaves"][2], 0);
+  EXPECT_EQ(change["arrives"][2], 1);
+  bool turns = false;
+  for (const OrderedJson& arrow : route["arrows"]) {
+    turns = turns || arrow["text"] == "turn right";
+    EXPECT_EQ(arrow.contains("symbol"), arrow["kind"] == "levelUp") << arrow;
+  }
+  EXPECT_TRUE(turns) << route["arrows"];
+}
+
+TEST_F(ViewerDataOfAWalk, TheTimeOfARouteIsTheEngines) {
+  const Timeline made = timeline(routeTo(30, 10, 1));
+  EXPECT_NEAR(walk(made)["routes"][0]["time"].get<double>(), made.routes[0].found.travelTime(),
+              0.01);
+}
+
+TEST_F(ViewerDataOfAWalk, ALevelSaysWhatIsWorthSeeingFirst) {
+  Scene scene = scene_;
+  scene.levels[0].rooms.push_back({{{{1, 2}, {11, 2}, {11, 5}, {1, 5}, {1, 2}}}, {}, "", ""});
+  const OrderedJson levels = viewerData(scene, {}, 2, false)["levels"];
+  EXPECT_EQ(levels[0]["home"].dump(), "[2.0,4.0,22.0,10.0]");
+  EXPECT_TRUE(levels[1]["home"].is_null());
+}
+
 TEST_F(ViewerDataOfAWalk, WhatIsNotThereIsNotWritten) {
   const OrderedJson moment = walk(timeline(lineAt("snap", 1, 0)))["moments"][0];
   for (const char* absent :

@@ -43,6 +43,14 @@ TEST_F(ViewerPage, HasEveryLevelAndNoGapLeft) {
   EXPECT_THAT(page, Not(HasSubstr("{{")));
 }
 
+TEST_F(ViewerPage, HasALegendOfWhatIsDrawn) {
+  const std::string page = viewerPage(makeScene(viewerBuilding()));
+  const std::size_t begin = page.find("id=\"legend-list\"");
+  const std::string legend = page.substr(begin, page.find("</ul>", begin) - begin);
+  EXPECT_THAT(legend, HasSubstr("</svg>Stairs</li>"));
+  EXPECT_THAT(legend, Not(HasSubstr("Lift")));
+}
+
 TEST_F(ViewerPage, NamesNoOtherFile) {
   const std::string page = viewerPage(makeScene(viewerBuilding()));
   const std::regex reference(R"re((src|href)="(?!#|data:)|url\(|@import|<link [^>]*stylesheet)re");

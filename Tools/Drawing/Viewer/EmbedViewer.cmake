@@ -1,9 +1,10 @@
 # Puts the viewer's page into a C++ source.
 #
-#   cmake -D FOLDER=Page -D OUTPUT=ViewerSources.cpp -D "SCRIPTS=a.js b.js" -P EmbedViewer.cmake
+#   cmake -D FOLDER=Page -D OUTPUT=ViewerSources.cpp -D "SCRIPTS=a.js b.js" -D "STYLES=a.css b.css"
+#     -P EmbedViewer.cmake
 #
 # The scripts become one, in that order, in a scope of its own; it is left beside the output, as
-# OUTPUT.js. The source has the files byte by byte, so that they may hold whatever they like.
+# OUTPUT.js. So do the styles, as OUTPUT.css. The source has the files byte by byte, so that they may hold whatever they like.
 
 # The base64 form of bytes in hexadecimal digits.
 function(base64 hex result)
@@ -64,11 +65,18 @@ foreach(forbidden IN ITEMS "</script" "<script" "<!--")
   endif()
 endforeach()
 file(WRITE "${OUTPUT}.js" "${script}")
+set(style "")
+separate_arguments(STYLES)
+foreach(name IN LISTS STYLES)
+  file(READ "${FOLDER}/${name}" text)
+  string(APPEND style "${text}")
+endforeach()
+file(WRITE "${OUTPUT}.css" "${style}")
 file(SHA256 "${OUTPUT}.js" digest)
 base64("${digest}" hash)
 
 embedded("${FOLDER}/viewer.html" viewerHtml html)
-embedded("${FOLDER}/viewer.css" viewerStyle style)
+embedded("${OUTPUT}.css" viewerStyle style)
 embedded("${OUTPUT}.js" viewerScript embeddedScript)
 file(WRITE "${OUTPUT}" "// Made from the files of the folder Page.
 

@@ -49,16 +49,6 @@ std::optional<Step> stepOf(const OrderedJson& json) {
                            json["barrierFree"], json["timeMultiplicator"], json["neighborType"]);
 }
 
-std::string nameAt(const TracePoint& point, const Building& building) {
-  for (const Place& place : building.places) {
-    if (isSamePlace({point.latitude, point.longitude}, point.level, place.coordinate,
-                    place.level)) {
-      return place.name;
-    }
-  }
-  return "the destination";
-}
-
 }  // namespace
 
 std::optional<TimelinePoint> timelinePoint(double latitude, double longitude, std::int64_t level) {
@@ -86,12 +76,22 @@ std::vector<TimelinePoint> pointsAlong(const Route& route) {
   return points;
 }
 
+Spot namedSpot(const TracePoint& point, const std::string& otherwise, const Building& building) {
+  Spot spot{otherwise, {point.latitude, point.longitude}, point.level};
+  for (const Place& place : building.places) {
+    if (!isSamePlace(spot.coordinate, spot.level, place.coordinate, place.level)) continue;
+    spot.name = place.name;
+    break;
+  }
+  return spot;
+}
+
 std::vector<Spot> namedDestinations(const std::vector<TracePoint>& destinations,
                                     const Building& building) {
   std::vector<Spot> spots;
   spots.reserve(destinations.size());
   for (const TracePoint& point : destinations) {
-    spots.push_back({nameAt(point, building), {point.latitude, point.longitude}, point.level});
+    spots.push_back(namedSpot(point, "the destination", building));
   }
   return spots;
 }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "Drawing/Viewer/Timeline.hpp"
@@ -24,6 +25,9 @@ std::optional<KorvaniNavigation::Route> replayedRoute(const OrderedJson& route);
 
 /// The start of every step, and the end of the last.
 std::vector<TimelinePoint> pointsAlong(const KorvaniNavigation::Route& route);
+
+/// The point with the name of the place that is there, or `otherwise`.
+Spot namedSpot(const TracePoint& point, const std::string& otherwise, const Building& building);
 
 /// `destinations` with the names of the places that are there, or "the destination".
 std::vector<Spot> namedDestinations(const std::vector<TracePoint>& destinations,

@@ -92,10 +92,18 @@ bool leadsAlong(const TimelineRoute& whole, const Route& rest) {
          std::equal(points.rbegin(), points.rend() - 1, whole.points.rbegin());
 }
 
+/// The spot, at `instead` when it is nowhere on earth.
+Spot onEarth(Spot spot, const TimelinePoint& instead) {
+  if (timelinePoint(spot.coordinate.latitude, spot.coordinate.longitude, spot.level)) return spot;
+  return {std::move(spot.name), instead.coordinate, instead.level};
+}
+
 class TimelineMaker {
  public:
   explicit TimelineMaker(const Building& building)
-      : building_(building), levels_(building), replay_(makeGraph(building)) {}
+      : building_(building), levels_(building), replay_(makeGraph(building)) {
+    timeline_.levels = levels_;
+  }
 
   void carryOut(const TraceLine& line) {
     now_.line = line.number;
@@ -131,6 +139,7 @@ class TimelineMaker {
   void takeDestinations(const TraceOperation& operation) {
     if (const auto* route = std::get_if<RouteOperation>(&operation)) {
       endRoute();
+      start_ = namedSpot(route->from, "the start", building_);
       destinations_ = namedDestinations(route->to, building_);
     } else if (const auto* changed = std::get_if<DestinationsOperation>(&operation)) {
       // They may be too near to the present ones to count, which later routes show.
@@ -165,7 +174,7 @@ class TimelineMaker {
     if (!route) return endRoute();
     if (!now_.route || !leadsAlong(timeline_.routes[*now_.route], *route)) begin(*route);
     const TimelineRoute& whole = timeline_.routes[*now_.route];
-    const auto left = routeInstructions(*route, levels_, whole.destination);
+    const auto left = routeInstructions(*route, levels_, whole.end.name);
     now_.ahead = pointsAlong(*route);
     now_.remaining = route->remainingDistance();
     now_.told = left.empty() ? "" : left.front().text;
@@ -173,15 +182,17 @@ class TimelineMaker {
     if (!left.empty() && !whole.instructions.empty()) {
       now_.instruction = instructionReached(whole.instructions, left);
     }
-    now_.snapped = now_.ahead.front();
   }
 
   void begin(const Route& route) {
     TimelineRoute whole;
+    whole.found = route;
     whole.points = pointsAlong(route);
     const TimelinePoint& end = whole.points.back();
-    whole.destination = destinations_[destinationAt(end.coordinate, end.level, destinations_)].name;
-    whole.instructions = routeInstructions(route, levels_, whole.destination);
+    whole.start = onEarth(start_, whole.points.front());
+    whole.end =
+        onEarth(destinations_[destinationAt(end.coordinate, end.level, destinations_)], end);
+    whole.instructions = routeInstructions(route, levels_, whole.end.name);
     whole.distance = route.totalDistance();
     const auto task = Navigation::sharedInstance().activeRoutingTask();
     whole.direct = task != nullptr && task->isDirectLine();
@@ -193,7 +204,7 @@ class TimelineMaker {
   void arrive() {
     now_.arrived = true;
     const std::string destination =
-        now_.route ? timeline_.routes[*now_.route].destination : destinations_.front().name;
+        now_.route ? timeline_.routes[*now_.route].end.name : destinations_.front().name;
     endRoute();
     now_.told = "you have reached " + destination;
   }
@@ -214,6 +225,7 @@ class TimelineMaker {
   Moment now_;
   TracePoint given_;                  ///< the position of the line
   std::optional<TracePoint> answer_;  ///< what the check of this second has let through
+  Spot start_;                        ///< where the present routing began
   std::vector<Spot> destinations_;    ///< all that the present routing may lead to
 };
 

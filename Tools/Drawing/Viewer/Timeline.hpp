@@ -9,6 +9,9 @@
 #include <vector>
 
 #include "Building/Building.hpp"
+#include "Navigation/Routing/Route.hpp"
+#include "Support/LevelNames.hpp"
+#include "Support/PlaceFinder.hpp"
 #include "Support/RouteText.hpp"
 
 namespace KorvaniTools {
@@ -31,11 +34,13 @@ struct TimelinePoint {
 
 /// A route as it was found, before anything of it was walked.
 struct TimelineRoute {
+  KorvaniNavigation::Route found;  ///< as the engine gave it, with instructions
   std::vector<TimelinePoint> points;
   std::vector<Instruction> instructions;
-  std::string destination;  ///< the place it leads to, or "the destination"
-  double distance = 0;      ///< metres
-  bool direct = false;      ///< a straight line, for want of a way
+  Spot start;           ///< where the guidance began; the place that is there, or "the start"
+  Spot end;             ///< the place it leads to, or "the destination"
+  double distance = 0;  ///< metres
+  bool direct = false;  ///< a straight line, for want of a way
 };
 
 /// How things stand after a line of the trace. What the line does not touch is as it was before,
@@ -45,7 +50,7 @@ struct Moment {
   std::string operation;             ///< "position", "snap", ... as in the trace
   std::int64_t second = 0;           ///< since the beginning, one for each position; never falls
   std::optional<TimelinePoint> raw;  ///< the position that came in last
-  std::optional<TimelinePoint> snapped;    ///< where the engine put it on the map
+  std::optional<TimelinePoint> snapped;    ///< where snapping put it on the map
   std::optional<TimelinePoint> checked;    ///< where the obstacle check let it be
   bool denied = false;                     ///< the check's answer is not the position that came in
   std::optional<std::size_t> route;        ///< index into `Timeline::routes`; absent: not guided
@@ -59,6 +64,7 @@ struct Moment {
 };
 
 struct Timeline {
+  LevelNames levels;  ///< what instructions call the levels
   std::vector<TimelineRoute> routes;
   std::vector<Moment> moments;  ///< one for each line that says something
 };

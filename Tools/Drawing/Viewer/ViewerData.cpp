@@ -6,6 +6,10 @@
 #include <cstdint>
 #include <string>
 
+#include "Drawing/RouteSvg.hpp"
+#include "Drawing/Viewer/DrawnWalk.hpp"
+#include "Drawing/Viewer/LevelHome.hpp"
+
 namespace KorvaniTools {
 namespace {
 
@@ -17,30 +21,39 @@ class Plotter {
   Plotter(const SceneFrame& frame, double pixelsPerMetre)
       : frame_(frame), pixelsPerMetre_(pixelsPerMetre) {}
 
+  double length(double metres) const { return rounded(metres * pixelsPerMetre_); }
   OrderedJson at(ScenePoint point, std::int64_t level) const {
-    return {rounded(point.x * pixelsPerMetre_), rounded(point.y * pixelsPerMetre_), level};
+    return {length(point.x), length(point.y), level};
   }
   OrderedJson at(const TimelinePoint& point) const {
     return at(frame_.at(point.coordinate), point.level);
-  }
-  OrderedJson at(const Instruction& instruction) const {
-    return at(frame_.at(instruction.at), instruction.level);
   }
   OrderedJson at(const std::vector<TimelinePoint>& points) const {
     OrderedJson json = OrderedJson::array();
     for (const TimelinePoint& point : points) json.push_back(at(point));
     return json;
   }
+  const SceneFrame& frame() const { return frame_; }
 
  private:
   const SceneFrame& frame_;
   const double pixelsPerMetre_;
 };
 
-OrderedJson levelsJson(const Scene& scene) {
+OrderedJson homeJson(const SceneLevel& level, const Plotter& plot) {
+  const std::optional<SceneWindow> home = homeOf(level);
+  if (!home) return nullptr;
+  return {plot.length(home->left), plot.length(home->top), plot.length(home->left + home->width),
+          plot.length(home->top + home->height)};
+}
+
+OrderedJson levelsJson(const Scene& scene, const Plotter& plot) {
   OrderedJson levels = OrderedJson::array();
   for (const SceneLevel& level : scene.levels) {
-    levels.push_back({{"level", level.level}, {"name", level.name}, {"title", level.title}});
+    levels.push_back({{"level", level.level},
+                      {"name", level.name},
+                      {"title", level.title},
+                      {"home", homeJson(level, plot)}});
   }
   return levels;
 }
@@ -81,16 +94,40 @@ OrderedJson routeJson(const DrawnRoute& route, const Plotter& plot) {
           {"instructions", std::move(instructions)}};
 }
 
-OrderedJson routeJson(const TimelineRoute& route, const Plotter& plot) {
-  OrderedJson instructions = OrderedJson::array();
-  for (const Instruction& instruction : route.instructions) {
-    instructions.push_back({{"text", instruction.text}, {"at", plot.at(instruction)}});
+OrderedJson arrowsJson(const DrawnRoute& route, const Plotter& plot) {
+  OrderedJson arrows = OrderedJson::array();
+  for (const RouteArrow& arrow : route.arrows) {
+    OrderedJson json{{"at", plot.at(arrow.at, arrow.level)},
+                     {"heading", rounded(arrow.heading)},
+                     {"kind", arrow.kind},
+                     {"text", arrow.text}};
+    if (arrow.changesLevel()) json["symbol"] = nameOf(arrow.symbol);
+    if (standsOnDisc(route, arrow)) json["beside"] = true;
+    arrows.push_back(std::move(json));
   }
-  return {{"destination", route.destination},
-          {"distance", rounded(route.distance)},
-          {"direct", route.direct},
-          {"points", plot.at(route.points)},
-          {"instructions", std::move(instructions)}};
+  return arrows;
+}
+
+OrderedJson changesJson(const DrawnRoute& route, const Plotter& plot) {
+  OrderedJson changes = OrderedJson::array();
+  for (const RouteChange& change : route.changes) {
+    changes.push_back({{"leaves", plot.at(change.leaves, change.from)},
+                       {"arrives", plot.at(change.arrives, change.to)},
+                       {"symbol", nameOf(change.symbol)},
+                       {"words", change.toName}});
+  }
+  return changes;
+}
+
+/// A route of a walk, with the marks that the page draws as long as they are ahead.
+OrderedJson routeJson(const TimelineRoute& route, const LevelNames& levels, const Plotter& plot) {
+  const DrawnRoute drawn = drawnRoute(route, levels, plot.frame());
+  OrderedJson json = routeJson(drawn, plot);
+  json["points"] = plot.at(route.points);
+  json["from"] = plot.at(drawn.start.at, drawn.start.level);
+  json["arrows"] = arrowsJson(drawn, plot);
+  json["changes"] = changesJson(drawn, plot);
+  return json;
 }
 
 /// The index of the whole route's point that `ahead` leads to next, if it goes on along the route
@@ -137,7 +174,9 @@ OrderedJson momentJson(const Moment& moment, const std::vector<TimelineRoute>& r
 
 OrderedJson walkJson(const Timeline& timeline, const Plotter& plot) {
   OrderedJson routes = OrderedJson::array();
-  for (const TimelineRoute& route : timeline.routes) routes.push_back(routeJson(route, plot));
+  for (const TimelineRoute& route : timeline.routes) {
+    routes.push_back(routeJson(route, timeline.levels, plot));
+  }
   OrderedJson moments = OrderedJson::array();
   for (const Moment& moment : timeline.moments) {
     moments.push_back(momentJson(moment, timeline.routes, plot));
@@ -154,7 +193,7 @@ OrderedJson viewerData(const Scene& scene, const std::optional<Timeline>& timeli
                    {"height", rounded(scene.frame.height() * pixelsPerMetre)},
                    {"pixelsPerMetre", pixelsPerMetre},
                    {"graph", graph},
-                   {"levels", levelsJson(scene)},
+                   {"levels", levelsJson(scene, plot)},
                    {"places", placesJson(scene, plot)},
                    {"route", nullptr},
                    {"walk", nullptr}};

@@ -1,9 +1,13 @@
 #include "Drawing/Viewer/ViewerPage.hpp"
 
 #include <map>
+#include <string>
+#include <vector>
 
 #include "Drawing/DrawingStyle.hpp"
+#include "Drawing/Legend.hpp"
 #include "Drawing/LevelSvg.hpp"
+#include "Drawing/MarkSvg.hpp"
 #include "Drawing/SceneSvg.hpp"
 #include "Drawing/SvgWriter.hpp"
 #include "Drawing/Viewer/PageTemplate.hpp"
@@ -38,6 +42,32 @@ std::string summaryOf(const Scene& scene) {
          counted(places, "place", "places");
 }
 
+/// The glyphs, for the script to copy.
+std::string glyphsSvg() {
+  SvgWriter svg;
+  for (const ConnectionSymbol symbol :
+       {ConnectionSymbol::path, ConnectionSymbol::stairs, ConnectionSymbol::escalator,
+        ConnectionSymbol::elevator, ConnectionSymbol::ramp, ConnectionSymbol::ladder}) {
+    svg.open("g", {{"id", "glyph-" + std::string(nameOf(symbol))}});
+    writeGlyph(svg, symbol);
+    svg.close();
+  }
+  return svg.take();
+}
+
+/// What symbols and colours mean, as the items of a list.
+std::string legendHtml(const Scene& scene) {
+  std::vector<const SceneLevel*> levels;
+  for (const SceneLevel& level : scene.levels) levels.push_back(&level);
+  std::string html;
+  for (const LegendEntry& entry : legendEntries(levels)) {
+    html += R"(<li><svg class="plan" width="32" height="24" viewBox="-16 -12 32 24" )"
+            R"(aria-hidden="true">)" +
+            entry.mark + "</svg>" + xmlText(entry.words) + "</li>\n";
+  }
+  return html;
+}
+
 /// Who must be named with the map; never empty, so that the page always has its line.
 std::string attributionOf(const Scene& scene) {
   std::string text = scene.attribution;
@@ -56,6 +86,8 @@ std::string viewerPage(const Scene& scene, const std::optional<Timeline>& timeli
                                  {"attribution", xmlText(attributionOf(scene))},
                                  {"drawingStyle", drawingStyle(DrawingTheme::variables)},
                                  {"style", std::string(viewerStyle())},
+                                 {"glyphs", glyphsSvg()},
+                                 {"legend", legendHtml(scene)},
                                  {"levels", levelsSvg(scene, !timeline, pixelsPerMetre)},
                                  {"north", northArrowSvg()},
                                  {"data", scriptSafe(jsonText(data))},

@@ -32,6 +32,7 @@ function showSecond(index) {
   instructions.show(second.guide ?? null);
   instructions.mark(second.arrived ? Infinity : second.instruction);
   levels.markRoute(new Set(second.ahead.map(([, , level]) => level)));
+  measureInsets();
   if (following) followPerson(second);
   walkDrawing.show(index, levels.current);
   showChevrons();
@@ -54,6 +55,18 @@ function stopFollowing() {
   setFollowing(false);
 }
 
+/** Who has zoomed on something else wants to look at that. */
+function letGoOfHidden() {
+  const person = following ? personAt(walk.at(player.index)) : null;
+  if (person && !viewport.sees(person[0], person[1], 0)) stopFollowing();
+}
+
+/** Moves the view as somebody wishes, and so away from the walk. */
+function pan(right, down) {
+  stopFollowing();
+  viewport.panBy(right, down, true);
+}
+
 function setFollowing(on) {
   following = on && walk !== null;
   byId('follow').setAttribute('aria-pressed', String(following));
@@ -73,7 +86,7 @@ function setGraph(shown) {
 }
 
 function toggleGraph() {
-  setGraph(byId('graph').getAttribute('aria-pressed') !== 'true');
+  setGraph(!isGraphShown());
 }
 
 function toggleTheme() {
@@ -92,15 +105,21 @@ function zoomBy(factor) {
 
 /** Which parts of the view are covered, so that what is shown is not under them. */
 function measureInsets() {
-  const foot = byId('player').hidden ? 40 : byId('player').offsetHeight + (narrow.matches ? 46 : 52);
-  byId('stage').style.setProperty('--foot', `${foot}px`);
-  viewport.insets = narrow.matches
-    ? { top: walk ? 76 : 8, right: 60, bottom: foot, left: 0 }
-    : { top: walk ? 84 : 48, right: 76, bottom: foot, left: walk ? 0 : 12 };
+  const [stage, player] = [byId('stage'), byId('player')];
+  const note = byId('foot').offsetHeight;
+  stage.style.setProperty('--note', `${note}px`);
+  const foot = player.hidden ? note + 12 : stage.offsetHeight - player.offsetTop + 4;
+  const head = byId('head').offsetHeight;
+  stage.style.setProperty('--foot', `${foot}px`);
+  stage.style.setProperty('--head', `${head}px`);
+  const side = stage.offsetWidth - document.querySelector('.buttons').offsetLeft - document.querySelector('.controls').offsetLeft;
+  viewport.insets = { top: byId('head').offsetTop + head, right: Math.min(side, stage.offsetWidth / 3), bottom: foot, left: 0 };
 }
 
+const TABS = ['places', 'route', 'legend'];
+
 function selectTab(name) {
-  for (const each of ['places', 'route']) {
+  for (const each of TABS) {
     const chosen = each === name;
     byId(each).hidden = !chosen;
     byId(`tab-${each}`).setAttribute('aria-selected', String(chosen));
@@ -117,13 +136,22 @@ function closeSheet() {
   if (narrow.matches) setSheet(false);
 }
 
+function isGraphShown() {
+  return byId('graph').getAttribute('aria-pressed') === 'true';
+}
+
 function moveSelection(direction) {
-  const graph = byId('graph').getAttribute('aria-pressed') === 'true';
   const { selected } = details;
   const [x, y] = selected ? [selected.x, selected.y] : viewport.centre();
-  const next = things.beyond(x, y, direction, graph, selected);
+  selectNext(things.beyond(x, y, direction, isGraphShown(), selected));
+}
+
+function selectNext(next) {
   if (!next) return announce('Nothing further in that direction', 'spoken');
-  if (!viewport.sees(next.x, next.y, 40)) viewport.centreOn(next.x, next.y);
+  if (!viewport.sees(next.x, next.y, 40)) {
+    stopFollowing();
+    viewport.centreOn(next.x, next.y);
+  }
   return details.select(next);
 }
 
@@ -133,11 +161,13 @@ const ARROWS = { ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, -1], Arrow
 function mapKey(event) {
   const arrow = ARROWS[event.key];
   if (arrow && event.shiftKey) moveSelection(arrow);
-  else if (arrow) viewport.panBy(-arrow[0] * 80, -arrow[1] * 80, true);
+  else if (arrow) pan(-arrow[0] * 80, -arrow[1] * 80);
   else if (event.key === '+' || event.key === '=') zoomBy(1.5);
   else if (event.key === '-') zoomBy(1 / 1.5);
   else if (event.key === '0') viewport.fit();
   else if (event.key === ' ' && player) player.toggle();
+  else if (event.key === 'n') selectNext(things.following(details.selected, 1, isGraphShown()));
+  else if (event.key === 'p') selectNext(things.following(details.selected, -1, isGraphShown()));
   else if (event.key.toLowerCase() === 'g') toggleGraph();
   else if (event.key.toLowerCase() === 'f' && walk) follow();
   else return false;
@@ -186,9 +216,11 @@ function listenToPointing() {
   map.addEventListener('pointerleave', () => details.hover(null));
   viewport.onTap = (event) => details.select(pointed(event));
   viewport.onMoved = () => {
+    stopFollowing();
     details.hover(null);
     closeSheet();
   };
+  viewport.onWheel = letGoOfHidden;
 }
 
 function listenToButtons() {
@@ -202,8 +234,7 @@ function listenToButtons() {
     'show-help': () => byId('help').showModal(),
     'close-help': () => byId('help').close(),
     'show-panel': () => setSheet(document.documentElement.dataset.panel !== 'open'),
-    'tab-places': () => selectTab('places'),
-    'tab-route': () => selectTab('route'),
+    ...Object.fromEntries(TABS.map((name) => [`tab-${name}`, () => selectTab(name)])),
   };
   for (const [id, action] of Object.entries(clicks)) byId(id).addEventListener('click', action);
   document.querySelector('[role="tablist"]').addEventListener('keydown', tabKey);
@@ -211,7 +242,9 @@ function listenToButtons() {
 
 function tabKey(event) {
   if (event.key !== 'ArrowLeft' && event.key !== 'ArrowRight') return;
-  const other = byId('tab-places').getAttribute('aria-selected') === 'true' ? 'route' : 'places';
+  const tabs = TABS.filter((name) => !byId(`tab-${name}`).hidden);
+  const now = tabs.findIndex((name) => byId(`tab-${name}`).getAttribute('aria-selected') === 'true');
+  const other = tabs[(now + (event.key === 'ArrowRight' ? 1 : tabs.length - 1)) % tabs.length];
   selectTab(other);
   byId(`tab-${other}`).focus();
   event.preventDefault();
@@ -220,40 +253,56 @@ function tabKey(event) {
 
 function levelChanged(level, byPerson) {
   if (byPerson) stopFollowing();
+  measureInsets();
   details.levelChanged(level);
   if (walk) walkDrawing.show(player.index, level);
   showChevrons();
 }
 
-/** The level to begin with: the route's, or the one nearest to the ground. */
+/** The level to begin with: the route's, or the one with anything on it that is nearest to the ground. */
 function firstLevel() {
   if (data.route?.points.length > 0) return data.route.points[0][2];
-  const numbers = data.levels.map((each) => each.level);
+  const furnished = data.levels.filter(({ home }) => home !== null);
+  const numbers = (furnished.length > 0 ? furnished : data.levels).map((each) => each.level);
   return numbers.sort((a, b) => Math.abs(a) - Math.abs(b) || b - a)[0];
+}
+
+/** Most rooms of the level, if they lie in a part of a campus; else all of the plan. */
+function worthSeeing(level) {
+  const home = levelsByNumber.get(level)?.home;
+  if (!home) return viewport.home;
+  const [left, top, right, bottom] = home;
+  const longer = Math.max(right - left, bottom - top);
+  if (Math.max((right - left) / data.width, (bottom - top) / data.height) > 0.6) return viewport.home;
+  // What is around a small room belongs to the view.
+  const edge = Math.max(longer * 0.1, (60 * data.pixelsPerMetre - longer) / 2);
+  return [left - edge, top - edge, right + edge, bottom + edge];
 }
 
 function start() {
   const guided = walk !== null || data.route !== null;
-  if (!guided) byId('tab-route').parentElement.hidden = true;
+  byId('tab-route').hidden = !guided;
   selectTab(guided ? 'route' : 'places');
   setSheet(!narrow.matches);
   setGraph(data.graph);
   byId('follow').hidden = walk === null;
   byId('nothing').hidden = data.levels.length > 0;
   for (const part of document.querySelectorAll('.walk-only')) part.hidden = walk === null;
-  byId('legend').append(...legend());
+  byId('legend-list').prepend(...(walk ? walkItems() : []), ...(guided ? routeItems() : []));
   levels.show(firstLevel());
   levels.onChange(levelChanged);
   viewport.onChange(() => updateScaleBar(viewport));
-  measureInsets();
-  new ResizeObserver(measureInsets).observe(byId('stage'));
+  const sizes = new ResizeObserver(measureInsets);
+  for (const part of ['stage', 'head', 'foot']) sizes.observe(byId(part));
   narrow.addEventListener('change', () => setSheet(!narrow.matches));
   listenToKeys();
   listenToPointing();
   listenToButtons();
   if (walk) player.show(0);
   else if (data.route) showRoute(data.route);
-  viewport.fit(false);
+  if (!guided) viewport.home = worthSeeing(levels.current);
+  measureInsets();
+  viewport.open();
   comeNear(walk ? personAt(walk.at(0)) : data.route?.points[0]);
 }
 

@@ -33,14 +33,28 @@ class Things {
   beyond(x, y, [right, down], withGraph, except) {
     let best = null;
     let least = Infinity;
-    for (const thing of this.on(this.levels.current)) {
-      if (thing === except || (thing.rank !== 'mark' && !withGraph)) continue;
+    for (const thing of this.named(withGraph)) {
+      if (isSameThing(thing, except)) continue;
       const along = (thing.x - x) * right + (thing.y - y) * down;
       const aside = Math.abs((thing.x - x) * down - (thing.y - y) * right);
       const cost = along + 2 * aside;
       if (along > 0.01 && aside <= along * 1.8 && cost < least) [best, least] = [thing, cost];
     }
     return best;
+  }
+
+  /** What the keyboard goes through on the current level. */
+  named(withGraph) {
+    const things = this.on(this.levels.current);
+    return withGraph ? things : things.filter(({ kind }) => kind !== 'node' && kind !== 'edge');
+  }
+
+  /** The next thing (1) or the one before (-1), from west to east; of none, the first or the last. */
+  following(thing, step, withGraph) {
+    const row = [...this.named(withGraph)].sort((a, b) => a.x - b.x || a.y - b.y);
+    const index = row.findIndex((each) => isSameThing(each, thing));
+    if (index < 0) return row.at(step > 0 ? 0 : -1) ?? null;
+    return row[index + step] ?? null;
   }
 
   place(name, [x, y, level]) {
@@ -55,11 +69,13 @@ class Things {
 
 function thingsIn(group, level) {
   const all = (selector, make) => [...group.querySelectorAll(selector)].map((found) => ({ level, element: found, ...make(found) }));
+  const places = all('.place[data-place]', placeOf);
   return [
-    ...all('.place[data-place]', placeOf),
+    ...places,
     ...all('.connection[data-node]', connectionOf),
     ...all('.node[data-node]', nodeOf),
     ...all('.edge[data-edge]', edgeOf),
+    ...all('.room', roomWithMiddle).filter((room) => !isTold(room, places)),
   ];
 }
 
@@ -94,7 +110,52 @@ function edgeOf(line) {
 function roomOf(target, x, y, level) {
   const room = target?.closest?.('.room');
   if (!room || !(room.dataset.name || room.dataset.category)) return null;
-  return { rank: 'room', kind: 'room', name: room.dataset.name ?? '', category: room.dataset.category ?? '', level, x, y, element: room };
+  return { ...roomAt(room, x, y), level, element: room };
+}
+
+function roomAt(room, x, y) {
+  return { rank: 'room', kind: 'room', name: room.dataset.name ?? '', category: room.dataset.category ?? '', x, y };
+}
+
+function roomWithMiddle(room) {
+  const rings = ringsOf(room);
+  return { ...roomAt(room, ...middleOfRings(rings)), rings };
+}
+
+/** Whether a place says all about the room already: one in it of its name, or any when it has none. */
+function isTold({ name, category, rings }, places) {
+  if (name === '' && category === '') return true;
+  return places.some((place) => (name === '' || place.name === name) && isInRings(rings, place.x, place.y));
+}
+
+/** A room's outline and holes, each a list of points. */
+function ringsOf(room) {
+  const rings = (room.getAttribute('d') ?? '').split('M').slice(1);
+  return rings.map((ring) => ring.replace('Z', '').split('L').map((point) => point.trim().split(/[ ,]+/).map(Number)));
+}
+
+/** Where the outlines cross the horizontal at `y`, from left to right. */
+function crossings(rings, y) {
+  return rings.flatMap((ring) => ring.flatMap(([x1, y1], i) => {
+    const [x2, y2] = ring[(i + 1) % ring.length];
+    return (y1 > y) === (y2 > y) ? [] : [x1 + ((y - y1) / (y2 - y1)) * (x2 - x1)];
+  })).sort((a, b) => a - b);
+}
+
+function isInRings(rings, x, y) {
+  return crossings(rings, y).filter((crossing) => crossing < x).length % 2 === 1;
+}
+
+/** A point well inside: the middle of the widest stretch at half the height. */
+function middleOfRings(rings) {
+  const heights = (rings[0] ?? [[0, 0]]).map(([, y]) => y);
+  const y = (Math.min(...heights) + Math.max(...heights)) / 2;
+  const along = crossings(rings, y);
+  let [widest, x] = [0, (rings[0] ?? [[0, 0]])[0][0]];
+  for (let i = 0; i + 1 < along.length; i += 2) {
+    if (along[i + 1] - along[i] > widest) [widest, x] = [along[i + 1] - along[i], (along[i] + along[i + 1]) / 2];
+  }
+  return [x, y];
 }
 
 function nearest(things, x, y, reach) {

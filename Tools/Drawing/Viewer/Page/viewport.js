@@ -18,8 +18,11 @@ class Viewport {
     this.listeners = [];
     this.insets = { top: 0, right: 0, bottom: 0, left: 0 };
     this.pointers = new Map();
+    // What is in view at the beginning: left, top, right, bottom.
+    this.home = [0, 0, data.width, data.height];
     this.onTap = () => {};
     this.onMoved = () => {};
+    this.onWheel = () => {};
     this.listenToPointers();
     host.addEventListener('wheel', (event) => this.wheel(event), { passive: false });
     host.addEventListener('dblclick', (event) => this.zoomAt(2, ...this.placeOf(event), true));
@@ -41,7 +44,8 @@ class Viewport {
     const [x, y] = this.centre();
     const before = this.width * this.height;
     this.measure();
-    if (before === 0 || !this.touched) this.fit(false);
+    if (this.atHome) this.open();
+    else if (before === 0 || !this.touched) this.fit(false);
     else this.centreOn(x, y, { animate: false });
   }
 
@@ -69,17 +73,25 @@ class Viewport {
     return [event.clientX - box.left, event.clientY - box.top];
   }
 
-  /** The scale at which all of the plan is in view. */
-  fittingScale() {
+  /** The scale at which a part of that size, or all of the plan, is in view. */
+  fittingScale(across = data.width, down = data.height) {
     const { top, right, bottom, left } = this.insets;
     const width = Math.max(this.width - left - right - 2 * EDGE, 80);
     const height = Math.max(this.height - top - bottom - 2 * EDGE, 80);
-    return Math.min(width / data.width, height / data.height, MOST_PIXELS_PER_METRE / data.pixelsPerMetre);
+    return Math.min(width / across, height / down, MOST_PIXELS_PER_METRE / data.pixelsPerMetre);
   }
 
   limited(scale) {
     const least = this.fittingScale() / 2;
     return clamp(scale, least, Math.max(MOST_PIXELS_PER_METRE / data.pixelsPerMetre, least));
+  }
+
+  /** Shows what is worth seeing first. */
+  open() {
+    const [left, top, right, bottom] = this.home;
+    this.show((left + right) / 2, (top + bottom) / 2, this.fittingScale(right - left, bottom - top), false);
+    this.touched = false;
+    this.atHome = true;
   }
 
   fit(animate = true) {
@@ -124,6 +136,7 @@ class Viewport {
 
   moveTo(target, animate) {
     cancelAnimationFrame(this.frame);
+    this.atHome = false;
     this.target = this.kept(target);
     if (!animate || calm.matches) {
       this.apply(this.target);
@@ -172,6 +185,7 @@ class Viewport {
     const lines = event.deltaMode === WheelEvent.DOM_DELTA_LINE ? 30 : 1;
     const speed = event.ctrlKey ? 0.01 : 0.0022;
     this.zoomAt(Math.exp(clamp(-event.deltaY * lines * speed, -0.6, 0.6)), ...this.placeOf(event));
+    this.onWheel();
   }
 
   listenToPointers() {

@@ -45,6 +45,7 @@ function joined(second, moment, routes) {
     instruction: moment.instruction,
     remaining: moment.remaining,
     arrived: moment.arrived || (second.arrived && !guided),
+    begun: second.begun || moment.operation === 'route',
     denials: moment.denied ? [...second.denials, { from: moment.checked, to: moment.raw }] : second.denials,
     events: [...second.events, ...eventsOf(moment, second, routes)],
   };
@@ -74,15 +75,22 @@ function personAt(second) {
   return second.ahead[0] ?? denied ?? second.snapped ?? second.checked ?? second.raw ?? null;
 }
 
-/** By level, the stretches that were walked on it: the seconds at which each begins and ends. */
+/** Metres that nobody walks in a second; and between the end of one guidance and the next. */
+const LEAP = 8;
+const ANEW = 3;
+
+/** The stretches that were walked, each on one level: the seconds, and where the person was. */
 function trailsOf(seconds) {
   const trails = [];
   seconds.forEach((second, index) => {
     const person = personAt(second);
     if (!person) return;
+    const [x, y, level] = person;
     const last = trails.at(-1);
-    if (last && last.level === person[2]) last.points.push([index, person[0], person[1]]);
-    else trails.push({ level: person[2], points: [[index, person[0], person[1]]] });
+    const [, fromX, fromY] = last?.points.at(-1) ?? [];
+    const most = (second.begun ? ANEW : LEAP) * data.pixelsPerMetre;
+    if (last?.level === level && Math.hypot(x - fromX, y - fromY) <= most) last.points.push([index, x, y]);
+    else trails.push({ level, points: [[index, x, y]] });
   });
   return trails;
 }
@@ -97,21 +105,21 @@ function pathOn(points, level) {
   return text;
 }
 
-/** Where the way leaves a level, and for which. */
-function changesOn(points, level) {
-  const changes = [];
-  for (let i = 1; i < points.length; i += 1) {
-    const [before, after] = [points[i - 1], points[i]];
-    if (before[2] === after[2]) continue;
-    if (before[2] === level) changes.push({ at: before, level: endOfChange(points, i) });
-  }
-  return changes;
+/** Where snapping put the person, if that is not where they are on the route. */
+function snappedBeside(second) {
+  const [person, snapped] = [personAt(second), second.snapped];
+  if (!person || !snapped) return null;
+  const apart = Math.hypot(person[0] - snapped[0], person[1] - snapped[1]);
+  return person[2] !== snapped[2] || apart > 0.5 * data.pixelsPerMetre ? snapped : null;
 }
 
-/** The level on which a change that begins before point `index` ends: the next one walked on. */
-function endOfChange(points, index) {
-  const rising = Math.sign(points[index][2] - points[index - 1][2]);
-  let end = index;
-  while (end + 1 < points.length && Math.sign(points[end + 1][2] - points[end][2]) === rising) end += 1;
-  return points[end][2];
+/** Whether the way that is left leads over that place. */
+function leadsOver(ahead, [x, y, level]) {
+  const near = 0.7 * data.pixelsPerMetre;
+  return ahead.some((point, index) => {
+    const before = ahead[index - 1] ?? point;
+    // Changes of level end where the way goes on.
+    if (point[2] !== level || before[2] !== level) return point[2] === level && Math.hypot(point[0] - x, point[1] - y) < near;
+    return distanceToLine(x, y, [before[0], before[1], point[0], point[1]]) < near;
+  });
 }

@@ -11,10 +11,12 @@ class WalkDrawing {
     this.trail = path('trail');
     this.casing = path('route casing');
     this.line = path('route line');
+    this.arrows = this.floor.appendChild(drawn('g'));
     const marks = byId('marks');
-    this.ends = marks.appendChild(drawn('g'));
+    this.routeMarks = new RouteMarks(levels, marks.appendChild(drawn('g')), this.arrows);
     this.offset = marks.appendChild(drawn('path', { class: 'offset' }));
     this.measured = marks.appendChild(measuredMark());
+    this.snapped = marks.appendChild(snappedMark());
     this.jumps = marks.appendChild(drawn('g'));
     this.person = marks.appendChild(personMark());
   }
@@ -28,8 +30,11 @@ class WalkDrawing {
     this.showJumps(index, level);
     const person = onLevel(personAt(second), level);
     const raw = second.denials.length === 0 ? onLevel(second.raw, level) : null;
-    this.offset.setAttribute('d', person && raw ? `M${raw[0]} ${raw[1]}L${person[0]} ${person[1]}` : '');
+    const snapped = onLevel(snappedBeside(second), level);
+    const shown = snapped ?? person;
+    this.offset.setAttribute('d', shown && raw ? `M${raw[0]} ${raw[1]}L${shown[0]} ${shown[1]}` : '');
     placeMark(this.measured, raw);
+    placeMark(this.snapped, snapped);
     placeMark(this.person, person);
     this.turnPerson(second.ahead, level);
   }
@@ -51,9 +56,7 @@ class WalkDrawing {
     this.casing.setAttribute('d', way);
     this.line.setAttribute('d', way);
     this.line.classList.toggle('direct', second.route?.direct ?? false);
-    this.ends.replaceChildren(...changesOn(second.ahead, level).map(changeMark));
-    const end = onLevel(second.ahead.at(-1), level);
-    if (end) this.ends.append(destinationMark(end));
+    this.routeMarks.show(second, level);
   }
 
   showJumps(index, level) {
@@ -105,23 +108,9 @@ function measuredMark() {
     drawn('g', { class: 'fixed' }, drawn('circle', { r: 5.5 })));
 }
 
-function destinationMark([x, y]) {
-  return fixedMark('destination', x, y,
-    drawn('path', { d: 'M0 0C-2.5 -7 -11 -11 -11 -19A11 11 0 1 1 11 -19C11 -11 2.5 -7 0 0Z' }),
-    drawn('circle', { cy: -19, r: 4.2 }));
-}
-
-/** The badge where the way goes on on another level. */
-function changeMark({ at: [x, y], level }, index, changes) {
-  const up = level > changes[index].at[2];
-  const text = `${up ? '↑' : '↓'} Level ${level}`;
-  const width = 20 + 7.2 * text.length;
-  return fixedMark('change', x, y,
-    drawn('circle', { class: 'disc', r: 11 }),
-    drawn('path', { class: 'glyph', d: up ? 'M0 5V-5M-4.5 -1L0 -5.5L4.5 -1' : 'M0 -5V5M-4.5 1L0 5.5L4.5 1' }),
-    drawn('g', { class: 'badge', transform: 'translate(16 -11)' },
-      drawn('rect', { width, height: 22, rx: 11 }),
-      drawn('text', { x: width / 2, y: 15, 'text-anchor': 'middle' }, text)));
+function snappedMark() {
+  return drawn('g', { class: 'snapped-place', id: 'snapped', style: 'display:none' },
+    drawn('g', { class: 'fixed' }, drawn('circle', { r: 6 })));
 }
 
 /** A jump that was denied: where the position was held, and the place that it came from. */
@@ -133,18 +122,4 @@ function jumpMarks(from, to, past) {
   marks.push(fixedMark(past ? 'denied past' : 'denied', to[0], to[1],
     drawn('circle', { r: 9 }), drawn('path', { d: 'M-4 -4L4 4M4 -4L-4 4' })));
   return marks;
-}
-
-/** What the marks of a walk mean, line by line. */
-function legend() {
-  const line = (words, className, ...shapes) => element('p', {},
-    drawn('svg', { class: 'plan', width: 32, height: 24, viewBox: '-16 -12 32 24', 'aria-hidden': 'true' },
-      drawn('g', { class: className }, ...shapes)), words);
-  return [
-    line('Position on the map', 'person', drawn('circle', { class: 'body', r: 8 })),
-    line('Position as measured', 'measured', drawn('circle', { r: 5.5 })),
-    line('Way that was walked', '', drawn('path', { class: 'trail', d: 'M-14 0H14' })),
-    line('Way ahead', '', drawn('path', { class: 'route line', d: 'M-12 0H12' })),
-    line('Jump that was denied', 'denied', drawn('circle', { r: 9 }), drawn('path', { d: 'M-4 -4L4 4M4 -4L-4 4' })),
-  ];
 }
