@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <iterator>
 #include <map>
 #include <set>
@@ -18,6 +17,7 @@
 #include "Import/Osm/OsmReader.hpp"
 #include "Lint/Lint.hpp"
 #include "Platform/Location.hpp"
+#include "Support/Maps.hpp"
 
 namespace KorvaniTest {
 namespace {
@@ -41,18 +41,14 @@ struct Import {
 
 class RealMapsImports : public testing::Test {
  protected:
-  void SetUp() override {
-    if (!std::filesystem::exists(maps_)) {
-      GTEST_SKIP() << "no maps at " << maps_ << "; set KORVANI_MAPS_DIR to their folder";
-    }
+  void SetUp() override { SKIP_WITHOUT_MAPS(); }
+
+  static Import osm(const std::string& file) {
+    return imported(KorvaniTools::readOsm(mapFile(file), {}));
   }
 
-  Import osm(const std::string& file) const {
-    return imported(KorvaniTools::readOsm(maps_ / file, {}));
-  }
-
-  Import imdf(const std::string& folder) const {
-    return imported(KorvaniTools::readImdf(maps_ / folder, {}));
+  static Import imdf(const std::string& folder) {
+    return imported(KorvaniTools::readImdf(mapFile(folder), {}));
   }
 
  private:
@@ -64,8 +60,6 @@ class RealMapsImports : public testing::Test {
     import.building = KorvaniTools::parseBuilding(buildingText(made), "imported");
     return import;
   }
-
-  const std::filesystem::path maps_ = KORVANI_MAPS_DIR;
 };
 
 /// Where every node leads to.

@@ -202,18 +202,19 @@ std::size_t FloorWalls::openForLines(const Floor& floor, const PlanGraph& graph,
   for (const GroundLine& line : lines()) walls.push_back(geos_.line(line));
   if (walls.empty()) return 0;
   const Shape standing = geos_.united(std::move(walls));
-  const PreparedShape near(geos_, geos_.grown(standing, kPassingBy));
+  const PreparedShape near(geos_, geos_.copy(standing));
   const std::size_t before = gaps_.size();
   for (std::size_t i = 0; i < graph.drawn().size(); ++i) {
     const PlanGraph::Node& from = graph.nodes()[graph.drawn()[i].from];
     const PlanGraph::Node& to = graph.nodes()[graph.drawn()[i].to];
     if (from.level != floor.level || to.level != floor.level) continue;
     const Shape piece = geos_.segment(from.at, to.at);
-    if (!piece || !near.intersects(piece)) continue;
+    if (!piece || !near.isWithin(kPassingBy, piece)) continue;
     const Shape crossings = geos_.common(standing, piece);
     openAt(withoutShutDoors(floor, crossings), drawnSources[i], remarks);
-    const Shape touching =
-        geos_.minus(geos_.common(near.shape(), piece), geos_.grown(crossings, kLineGap / 2));
+    const Shape passed = geos_.common(standing, geos_.grown(piece, 2 * kPassingBy));
+    const Shape touching = geos_.minus(geos_.common(geos_.grown(passed, kPassingBy), piece),
+                                       geos_.grown(crossings, kLineGap / 2));
     openAt(withoutShutDoors(floor, touching), drawnSources[i], remarks);
   }
   return gaps_.size() - before;

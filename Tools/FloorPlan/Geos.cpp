@@ -297,6 +297,10 @@ bool PreparedShape::intersects(const Shape& other) const {
   return GEOSPreparedIntersects_r(geos_->context(), prepared_, other.get()) == 1;
 }
 
+bool PreparedShape::isWithin(double distance, const Shape& other) const {
+  return GEOSPreparedDistanceWithin_r(geos_->context(), prepared_, other.get(), distance) == 1;
+}
+
 BoxIndex::BoxIndex(const Geos& geos)
     : geos_(&geos), tree_(GEOSSTRtree_create_r(geos.context(), 10)) {
   if (tree_ == nullptr) throw GeosError("an index could not be made");

@@ -121,6 +121,8 @@ class PreparedShape {
   const Shape& shape() const { return shape_; }
   bool covers(const Shape& other) const;
   bool intersects(const Shape& other) const;
+  /// Whether the two come as near to each other as that, in metres.
+  bool isWithin(double distance, const Shape& other) const;
 
  private:
   const Geos* geos_;
