@@ -48,6 +48,24 @@ test('The levels that the route touches are marked, and the plan says where it g
   await screenshot(page, 'route');
 });
 
+test('A route that begins with a change of level opens where it starts', async () => {
+  const page = await open('upstairs');
+  assert.equal(await shownLevel(page), 0);
+  assert.equal(await page.getByRole('navigation', { name: 'Levels' }).getByRole('button', { name: 'on the route' }).count(), 3);
+  for (const mark of ['.start', '.change', '.badge', '.label.end']) {
+    assert.ok(await page.locator(`.level.shown ${mark}`).isVisible(), mark);
+  }
+  await screenshot(page, 'upstairs');
+});
+
+test('The names of the ends and the badges stay when the view is far away', async () => {
+  const page = await open('upstairs');
+  for (let i = 0; i < 12; i += 1) await page.keyboard.press('-');
+  for (const mark of ['.badge', '.label.end']) {
+    assert.ok(await page.locator(`.level.shown ${mark}`).isVisible(), mark);
+  }
+});
+
 test('In a walk the badge says on which level the way goes on', async () => {
   const page = await open('walk');
   assert.ok(await page.locator('.change .badge', { hasText: 'Level 1' }).isVisible());

@@ -7,6 +7,7 @@ import { mkdirSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { campusBuilding } from './campus.mjs';
 import { hostileBuilding } from './hostile.mjs';
+import { upstairsBuilding } from './upstairs.mjs';
 
 const [tool, source, output] = process.argv.slice(2);
 const terminal = join(source, 'Examples/Buildings/terminal.building.geojson');
@@ -24,11 +25,13 @@ function draw(name, building, ...options) {
 mkdirSync(output, { recursive: true });
 run('simulate', terminal, '--from', 'Main entrance', '--to', 'Gate B4', '--noise', '2', '--detour', '-o', made('walk.trace.ndjson'));
 writeFileSync(made('hostile.building.geojson'), JSON.stringify(hostileBuilding()));
+writeFileSync(made('upstairs.building.geojson'), JSON.stringify(upstairsBuilding()));
 writeFileSync(made('campus.building.geojson'), JSON.stringify(campusBuilding()));
 
 draw('plain', terminal);
 draw('graph', terminal, '--graph');
 draw('route', terminal, '--route', 'Main entrance', 'Gate B4');
+draw('upstairs', made('upstairs.building.geojson'), '--route', 'Foot of the stairs', 'Attic');
 draw('walk', terminal, '--trace', made('walk.trace.ndjson'));
 draw('denied', golden('corridor.building.geojson'), '--trace', golden('deniers.trace.ndjson'));
 draw('anew', golden('corridor.building.geojson'), '--trace', golden('direct.trace.ndjson'));

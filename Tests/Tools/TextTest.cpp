@@ -124,6 +124,28 @@ TEST(LevelNames, DoNotRepeatANameThatIsTheNumber) {
   EXPECT_EQ(LevelNames(parsed({}, kLevels)).words(1), "level 1");
 }
 
+const std::string kRenumbered =
+    R"("levels":[{"level":0,"source":"0"},{"level":1,"name":"0.5","source":"0.5"},)"
+    R"({"level":2,"name":"1","source":"1"},{"level":3,"name":"Roof","source":"2"}])";
+
+TEST(LevelNames, SayTheNumberThatIsOnTheDoors) {
+  const LevelNames levels(parsed({}, kRenumbered));
+  EXPECT_EQ(levels.number(1), "0.5");
+  EXPECT_EQ(levels.number(4), "4");
+  EXPECT_EQ(levels.words(0), "level 0");
+  EXPECT_EQ(levels.words(1), "level 0.5");
+  EXPECT_EQ(levels.words(2), "level 1");
+  EXPECT_EQ(levels.words(3), "level 2, Roof");
+}
+
+TEST(LevelNames, AreFoundByWhatIsSaidOfThem) {
+  const LevelNames levels(parsed({}, kRenumbered));
+  EXPECT_EQ(levels.find("0.5"), 1);
+  EXPECT_EQ(levels.find("Level 1"), 2);
+  EXPECT_EQ(levels.find("level 2, roof"), 3);
+  EXPECT_EQ(levels.find("1"), 1);  // a whole number is the file's
+}
+
 TEST(LevelNames, AreFoundByNumberOrName) {
   const LevelNames levels(parsed({}, kLevels));
   EXPECT_EQ(levels.find("-3"), -3);

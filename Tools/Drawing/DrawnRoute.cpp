@@ -56,6 +56,7 @@ class StepSorter {
     if (!continuesChange(step)) {
       RouteChange change;
       change.from = step.start()->level();
+      change.fromName = "from level " + levels_.number(change.from);
       change.leaves = at(*step.start());
       change.type = step.neighborType();
       change.symbol = connectionSymbolOf(change.type);

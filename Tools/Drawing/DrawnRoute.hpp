@@ -38,8 +38,9 @@ struct RouteChange {
   ScenePoint leaves;
   ScenePoint arrives;
   ConnectionSymbol symbol = ConnectionSymbol::path;
-  std::string type;    ///< as the building file calls the connection; may be empty
-  std::string toName;  ///< "to level 2, Upper deck"
+  std::string type;      ///< as the building file calls the connection; may be empty
+  std::string toName;    ///< "to level 2, Upper deck"
+  std::string fromName;  ///< "from level 1"
 
   bool goesUp() const { return to > from; }
 };

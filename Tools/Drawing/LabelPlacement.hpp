@@ -37,7 +37,7 @@ struct FixedMark {
   double x = 0;  ///< its place, pixels at magnification 1
   double y = 0;
   PixelBox box;       ///< what it covers, seen from its place
-  bool soft = false;  ///< gives way to labels that insist
+  bool soft = false;  ///< gives way first to labels that insist
 };
 
 /// One way to write a label.
@@ -57,7 +57,9 @@ struct LabelWish {
   int priority = 0;             ///< larger ones get their place first; equal ones in their order
   std::vector<LabelTry> tries;  ///< the better ones first
   std::optional<std::size_t> mark;  ///< index of its own mark, which may be touched
-  bool insists = false;             ///< may cover soft marks
+  /// Is written in any case where its place is on the paper: on soft marks if there is no other
+  /// room, then on hard ones, and at last on other labels.
+  bool insists = false;
   /// Labels of the same number say the same; near one of them no other is needed.
   std::optional<std::size_t> saying = {};
 };
@@ -74,12 +76,13 @@ struct PlacedLabel {
 inline constexpr double kRepeatApart = 240;
 
 /// Finds room for labels: no two overlap, none covers a mark of something else, none repeats what
-/// stands near it, and those without room are left out.
+/// stands near it, and those without room are left out. Only labels that insist may do otherwise.
+/// A label whose place lies under marks of something else stands beside them.
 ///
 /// Wishes are met in the order of their priority, and then in their own; the same wishes give the
 /// same labels. When the picture is magnified, labels and marks keep their size while their
-/// places move apart; labels that found room at one magnification stay, at all larger ones too,
-/// and others join them.
+/// places move apart; labels that found room at one magnification stay, at all larger ones up to
+/// 1000 too, and others join them.
 /// @param paper what labels must lie on, pixels at magnification 1
 /// @param zooms magnifications, ascending, at least 1 each
 /// @return in the order in which they found room. Cost: near linear in the number of wishes

@@ -137,7 +137,7 @@ double writeLegend(SvgWriter& svg, const Scene& scene, const std::vector<const S
   svg.open("g", {{"class", "legend"}});
   for (const LegendEntry& each : legendEntries(levels)) rows.add(each);
   if (silhouette != nullptr) {
-    rows.add(swatch("Where level " + std::to_string(silhouette->level) + " lies", "ghost"));
+    rows.add(swatch("Where level " + silhouette->number + " lies", "ghost"));
   }
   addTracks(scene, rows);
   svg.close();

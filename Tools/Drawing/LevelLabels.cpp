@@ -11,6 +11,7 @@
 
 #include "Drawing/MarkSvg.hpp"
 #include "Drawing/RoomSpot.hpp"
+#include "Drawing/RouteSvg.hpp"
 #include "Drawing/TextWidth.hpp"
 
 namespace KorvaniTools {
@@ -193,7 +194,8 @@ class WishList {
 
   void addRoute(const DrawnRoute& route) {
     addEnd(route.destination, {-kPinHalf, -kPinHeight, kPinHalf, 2}, 1000);
-    addEnd(route.start, around(kStartRadius), 990);
+    const double start = startsWithChange(route) ? kStartRadiusAroundDisc : kStartRadius;
+    addEnd(route.start, around(start), 990);
     for (const RouteChange& change : route.changes) addChange(change);
     for (const RouteArrow& arrow : route.arrows) {
       if (arrow.level == level_.level) addMark(arrow.at, around(kArrowRadius), true);
@@ -205,10 +207,9 @@ class WishList {
 
   void addEnd(const RouteEnd& end, const PixelBox& box, int priority) {
     if (end.level != level_.level) return;
-    const std::size_t mark = addMark(end.at, box, false);
+    addMark(end.at, box, false);
     if (end.name.empty()) return;
     Candidate& candidate = newCandidate(LabelKind::end, end.at, kPinHalf, priority);
-    candidate.wish.mark = mark;
     candidate.wish.insists = true;
     candidate.add(kAround, linesOf(end.name, LabelKind::end, kLongestLine, 2));
   }
@@ -217,7 +218,7 @@ class WishList {
     if (change.from == level_.level) {
       addBadge(change.leaves, change.toName, kDiscRadius, 900);
     } else if (change.to == level_.level) {
-      addBadge(change.arrives, "from level " + std::to_string(change.from), kDiscRadius, 800);
+      addBadge(change.arrives, change.fromName, kDiscRadius, 800);
     }
   }
 

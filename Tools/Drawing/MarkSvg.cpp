@@ -122,10 +122,11 @@ void writeChange(SvgWriter& svg, const RouteChange& change, ScenePoint at, bool 
   closeMark(svg);
 }
 
-void writeStart(SvgWriter& svg, const RouteEnd& end, ScenePoint at) {
+void writeStart(SvgWriter& svg, const RouteEnd& end, ScenePoint at, bool aroundDisc) {
+  const double beside = aroundDisc ? kStartRadiusAroundDisc - kStartRadius : 0;
   openMark(svg, at, "start", {{"data-place", end.name}});
-  svg.element("circle", {{"class", "ring"}, {"r", "7"}});
-  svg.element("circle", {{"r", "6.5"}});
+  svg.element("circle", {{"class", "ring"}, {"r", pixels(7 + beside)}});
+  svg.element("circle", {{"r", pixels(6.5 + beside)}});
   closeMark(svg);
 }
 

@@ -42,8 +42,10 @@ void writeArrow(SvgWriter& svg, const RouteArrow& arrow, ScenePoint at, bool bes
 void writeChange(SvgWriter& svg, const RouteChange& change, ScenePoint at, bool arriving);
 
 inline constexpr double kStartRadius = 9;
+inline constexpr double kStartRadiusAroundDisc = 17;
 
-void writeStart(SvgWriter& svg, const RouteEnd& end, ScenePoint at);
+/// @param aroundDisc a disc that stands there is to show within the ring
+void writeStart(SvgWriter& svg, const RouteEnd& end, ScenePoint at, bool aroundDisc);
 
 inline constexpr double kPinHalf = 11;
 inline constexpr double kPinHeight = 30;

@@ -115,6 +115,12 @@ bool standsOnDisc(const DrawnRoute& route, const RouteArrow& arrow) {
          });
 }
 
+bool startsWithChange(const DrawnRoute& route) {
+  return std::any_of(route.changes.begin(), route.changes.end(), [&](const RouteChange& change) {
+    return change.from == route.start.level && isSamePlace(change.leaves, route.start.at);
+  });
+}
+
 std::string pathData(const SceneLine& line, double pixelsPerMetre) {
   std::string data;
   for (const ScenePoint& point : line) {
@@ -145,6 +151,9 @@ void writeRouteMarks(SvgWriter& svg, const DrawnRoute& route, std::int64_t level
   const auto scaled = [&](ScenePoint point) {
     return ScenePoint{point.x * pixelsPerMetre, point.y * pixelsPerMetre};
   };
+  if (route.start.level == level) {
+    writeStart(svg, route.start, scaled(route.start.at), startsWithChange(route));
+  }
   for (const RouteArrow& arrow : route.arrows) {
     if (arrow.level != level) continue;
     writeArrow(svg, arrow, scaled(arrow.at), standsOnDisc(route, arrow));
@@ -155,7 +164,6 @@ void writeRouteMarks(SvgWriter& svg, const DrawnRoute& route, std::int64_t level
       writeChange(svg, change, scaled(change.arrives), true);
     }
   }
-  if (route.start.level == level) writeStart(svg, route.start, scaled(route.start.at));
   if (route.destination.level == level) {
     writeDestination(svg, route.destination, scaled(route.destination.at));
   }

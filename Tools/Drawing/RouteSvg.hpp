@@ -20,6 +20,9 @@ void writeRoute(SvgWriter& svg, const DrawnRoute& route, std::int64_t level, dou
 /// is drawn beside it.
 bool standsOnDisc(const DrawnRoute& route, const RouteArrow& arrow);
 
+/// Whether the route changes the level where it starts, so that both marks have one spot.
+bool startsWithChange(const DrawnRoute& route);
+
 /// Arrows, level changes, start and destination.
 void writeRouteMarks(SvgWriter& svg, const DrawnRoute& route, std::int64_t level,
                      double pixelsPerMetre);

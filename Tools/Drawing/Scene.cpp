@@ -81,11 +81,11 @@ class SceneBuilder {
   SceneLevel& levelOf(std::int64_t number) {
     SceneLevel& level = levels_[number];
     if (level.title.empty()) {
-      const std::string plain = "level " + std::to_string(number);
       level.level = number;
+      level.number = names_.number(number);
       level.name = names_.name(number);
-      level.title = "Level " + std::to_string(number);
-      if (names_.words(number) != plain) level.title += " \u00b7 " + level.name;
+      level.title = "Level " + level.number;
+      if (names_.words(number) != "level " + level.number) level.title += " \u00b7 " + level.name;
     }
     return level;
   }

@@ -72,8 +72,9 @@ struct ScenePlace {
 
 struct SceneLevel {
   std::int64_t level = 0;
-  std::string name;   ///< what people call it; may be empty
-  std::string title;  ///< "Level 2 · Upper deck", "Level 2"
+  std::string name;    ///< what people call it; may be empty
+  std::string number;  ///< the one that is on the doors, see `LevelNames`
+  std::string title;   ///< "Level 2 · Upper deck", "Level 2"
   std::vector<SceneRoom> rooms;
   /// What the walls enclose, closed outlines; only of a level without rooms.
   std::vector<SceneLine> floors;

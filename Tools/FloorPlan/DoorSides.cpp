@@ -6,8 +6,9 @@
 namespace KorvaniTools {
 namespace {
 
-constexpr double kOnSpot = 0.02;    // metres from a door to an outline that it is drawn on
-constexpr double kNoWall = 0.5;     // metres from a door without wall to the floors it joins
+constexpr double kOnSpot = 0.02;  // metres from a door to an outline that it is drawn on
+constexpr double kNoWall =
+    kThickestWall + 0.01;           // metres from a door without wall to the floors it joins
 constexpr double kProbe = 0.3;      // metres
 constexpr double kOpenReach = 1.0;  // metres to floor that no wall stands around
 constexpr double kTouching = 0.08;  // metres; within what sight allows for digitising

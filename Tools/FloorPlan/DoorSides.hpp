@@ -21,7 +21,7 @@ struct DoorSide {
 };
 
 /// The spaces on both sides of a door, straight through the wall: rooms up to 0.6 m from it, open
-/// floor up to 1 m. A door in no wall leads to the spaces around it, up to 0.5 m.
+/// floor up to 1 m. A door in no wall leads to the spaces around it, up to 0.6 m.
 class DoorSides {
  public:
   DoorSides(const std::vector<FloorSpace>& spaces, const SpaceFinder& finder, const Geos& geos);

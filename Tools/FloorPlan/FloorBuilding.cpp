@@ -31,7 +31,7 @@ FloorBuilding::FloorBuilding(const FloorInput& input, std::int64_t level, PlanGr
       walls_(input.plan, floor_, input.geos),
       spaces_(makeSpaces(input.plan, floor_, input.geos)),
       lines_(graph, level, input.geos),
-      parts_(graph, level, input.drawnSources),
+      parts_(graph, level),
       earlier_(input.geos) {
   finder_.emplace(spaces_, geos_);
   doorSides_.emplace(spaces_, *finder_, geos_);
@@ -197,11 +197,13 @@ void FloorBuilding::noteAssumedDoors() {
     const bool shut = std::any_of(outdoors_.begin(), outdoors_.end(), [&](const Outdoor& door) {
       return door.drawn == &assumed.door && !door.joined;
     });
-    const std::string words = input_.plan.cells[assumed.cell].source + " has no door on level " +
-                              decimals(input_.levels.source(floor_.level));
-    report_.remarks.push_back(words +
-                              (shut ? ", and nothing to walk on is near" : ": one was assumed"));
-    if (!shut) ++report_.assumedDoors;
+    const PlanCell& cell = input_.plan.cells[assumed.cell];
+    const std::string words =
+        cell.source + " has no door on level " + decimals(input_.levels.source(floor_.level));
+    const bool lift = !input_.options.assumeDoors && cell.kind == CellKind::elevator;
+    const char* const made = lift ? ": a lift opens to what is in front" : ": one was assumed";
+    report_.remarks.push_back(words + (shut ? ", and nothing to walk on is near" : made));
+    if (!shut && !lift) ++report_.assumedDoors;
   }
 }
 
@@ -321,7 +323,8 @@ std::size_t FloorBuilding::nodeInside(std::size_t space, GroundPoint at) {
   for (const SpaceItem& item : items) {
     if (groundDistance(item.at, at) <= kSameSpot) return item.node;
   }
-  const std::size_t node = nodeNear(at, kSameSpot);
+  const auto same = nodeOnSpot(at);
+  const std::size_t node = same && !parts_.amidStairs(*same) ? *same : nodeNear(at, kSameSpot);
   items.push_back({node, graph_.nodes()[node].at, false, std::nullopt, StepFree::unknown});
   return node;
 }
@@ -382,9 +385,7 @@ void FloorBuilding::joinLonelyStops(const FloorSight& sight) {
     if (const auto near = nearestWay(stop.node, joined, sight)) {
       graph_.addMade({stop.node, *near, ConnectionKind::path, StepFree::unknown, false});
     } else {
-      report_.remarks.push_back(input_.plan.shafts[stop.shaft].source +
-                                " meets nothing to walk on on level " +
-                                decimals(input_.levels.source(floor_.level)));
+      lonelyShafts_.insert(stop.shaft);
     }
   }
 }

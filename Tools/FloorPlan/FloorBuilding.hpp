@@ -51,6 +51,8 @@ class FloorBuilding {
   std::optional<std::size_t> middleOf(std::size_t cell) const;
   /// Cells with walls that nobody can enter here, by index into the plan's cells.
   const std::set<std::size_t>& shutCells() const { return shut_; }
+  /// Shafts that meet nothing to walk on here, by index into the plan's shafts.
+  const std::set<std::size_t>& lonelyShafts() const { return lonelyShafts_; }
 
  private:
   /// A door with floor on one side only.
@@ -128,6 +130,7 @@ class FloorBuilding {
   std::deque<Assumed> assumed_;
   std::map<std::size_t, std::size_t> middles_;  ///< plan's cell -> node
   std::set<std::size_t> shut_;
+  std::set<std::size_t> lonelyShafts_;
   std::vector<GroundLine> wallLines_;
 };
 

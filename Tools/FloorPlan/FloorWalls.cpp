@@ -5,10 +5,12 @@
 #include <limits>
 #include <set>
 
+#include "FloorPlan/DoorSides.hpp"
+
 namespace KorvaniTools {
 namespace {
 
-constexpr double kDoorTolerance = 0.5;  // metres from a door to the walls it opens
+constexpr double kDoorTolerance = kThickestWall + 0.01;  // metres from a door to walls it opens
 constexpr double kGapDepth = 0.3;       // to each side of the wall; neighbours' walls are two
 constexpr double kCornerMargin = 0.05;  // left standing, so that the wall beyond stays whole
 constexpr double kCornerTurn = 0.6;     // radians

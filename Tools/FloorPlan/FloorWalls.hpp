@@ -12,7 +12,7 @@ namespace KorvaniTools {
 
 /// Outlines and wall lines of a level, opened at doors.
 ///
-/// A door that is a point opens the nearest outline within half a metre of it, and those that run
+/// A door that is a point opens the nearest outline within 0.6 m of it, and those that run
 /// along it there, for its width, up to the next corner of each; one that is a line opens what lies
 /// within 0.3 m along it. Walls that neighbours share are written once.
 class FloorWalls {

@@ -14,10 +14,11 @@ namespace {
 using Levels = std::vector<std::int64_t>;
 
 // How much each sort of evidence counts; a stronger sort outweighs all weaker ones together.
-constexpr int kMeetsLine = 64;
-constexpr int kMeetsOpenLine = 16;  // a line that may be on that level, as far as is known yet
+constexpr int kMeetsLine = 512;
+constexpr int kIncline = 200;
+constexpr int kMeetsClimb = 64;      // a line that leads to that level
+constexpr int kMeetsOpenClimb = 16;  // one that may, as far as is known yet
 constexpr int kMeetsCell = 5;
-constexpr int kIncline = 2;
 
 /// A line that leads from level to level, and the evidence for its ends.
 class Climb {
@@ -34,6 +35,7 @@ class Climb {
     std::int64_t first = 0;
     std::int64_t last = 0;
     int score = 0;
+    int known = 0;         ///< the score without the incline
     bool certain = false;  ///< no other choice has as much evidence
   };
 
@@ -42,6 +44,19 @@ class Climb {
     const std::int64_t node = line_->vertices.front().node;
     return node != 0 && node == line_->vertices.back().node;
   }
+
+  /// Whether it begins and ends at the same two nodes as another one.
+  bool sharesEndsWith(const Climb& other) const {
+    const std::int64_t first = line_->vertices.front().node;
+    const std::int64_t last = line_->vertices.back().node;
+    if (first == 0 || last == 0) return false;
+    const auto ends = std::minmax(first, last);
+    return ends ==
+           std::minmax(other.line_->vertices.front().node, other.line_->vertices.back().node);
+  }
+
+  /// Whether its incline leaves no choice but for lines on its levels.
+  bool isTold() const { return levels_.size() == 2 && line_->incline != 0; }
 
   /// The level of the climb that all evidence for its own levels names; absent when there is none,
   /// or more than one.
@@ -63,11 +78,12 @@ class Climb {
     for (const std::int64_t a : levels_) {
       for (const std::int64_t b : levels_) {
         if (a == b) continue;
-        const int score = weight(first, a) + weight(last, b) + inclineWeight(a, b);
+        const int known = weight(first, a) + weight(last, b);
+        const int score = known + inclineWeight(a, b);
         if (score == best.score && span(a, b) == span(best.first, best.last)) best.certain = false;
         if (score < best.score) continue;
         if (score == best.score && span(a, b) <= span(best.first, best.last)) continue;
-        best = {a, b, score, true};
+        best = {a, b, score, known, true};
       }
     }
     return best;
@@ -99,7 +115,7 @@ class Resolver {
     sortLines();
     placePaths();
     placeFlatStairs();
-    findOpenLines();
+    findClimbs();
     placeClimbs();
     return std::move(tracks_);
   }
@@ -139,7 +155,10 @@ class Resolver {
 
   void placeOn(std::size_t i, std::int64_t level) {
     const PlanLine& line = plan_.lines[i];
-    for (const PlanVertex& vertex : line.vertices) meet(vertex.node, level);
+    for (const PlanVertex& vertex : line.vertices) {
+      if (vertex.node != 0) level_[vertex.node].insert(level);
+      meet(vertex.node, level);
+    }
     tracks_[i].push_back(LineTrack(line.vertices.size(), level));
   }
 
@@ -185,10 +204,10 @@ class Resolver {
     return "level " + decimals(planLevels_.source(level));
   }
 
-  void findOpenLines() {
+  void findClimbs() {
     for (const auto& [i, climb] : climbs_) {
       for (const PlanVertex& vertex : climb.line().vertices) {
-        if (vertex.node != 0) open_[vertex.node].insert(i);
+        if (vertex.node != 0) climbsAt_[vertex.node].insert(i);
       }
     }
   }
@@ -207,12 +226,13 @@ class Resolver {
   void placeClimbs() {
     std::set<std::size_t> left;
     for (const auto& [i, climb] : climbs_) left.insert(i);
-    for (const int needed : {2 * kMeetsLine, kMeetsLine, kMeetsOpenLine, kMeetsCell, 0}) {
+    for (const int needed : {2 * kMeetsLine, kMeetsLine, 2 * kMeetsClimb, kMeetsClimb,
+                             kMeetsOpenClimb, kMeetsCell, 0}) {
       placeCertain(left, needed);
     }
     for (const std::size_t i : left) {
       const Climb& climb = climbs_.at(i);
-      const Climb::Choice choice = chosen(climb);
+      const Climb::Choice choice = chosen(i, climb);
       place(i, climb, choice);
       // Of stairs that end above their beginning either end may be the lower one.
       if (climb.comesBack()) continue;
@@ -228,8 +248,8 @@ class Resolver {
       again = false;
       for (auto next = left.begin(); next != left.end();) {
         const Climb& climb = climbs_.at(*next);
-        const Climb::Choice choice = chosen(climb);
-        if (!choice.certain || choice.score < needed) {
+        const Climb::Choice choice = chosen(*next, climb);
+        if (!choice.certain || (!climb.isTold() && choice.known < needed)) {
           ++next;
           continue;
         }
@@ -240,41 +260,73 @@ class Resolver {
     }
   }
 
-  Climb::Choice chosen(const Climb& climb) const {
-    const Evidence first = evidence(climb, climb.line().vertices.front());
-    const Evidence last = evidence(climb, climb.line().vertices.back());
+  Climb::Choice chosen(std::size_t i, const Climb& climb) const {
+    const Evidence first = evidence(i, climb.line().vertices.front());
+    const Evidence last = evidence(i, climb.line().vertices.back());
     const auto level = climb.onlyLevel(first);
     const bool flat = level && level == climb.onlyLevel(last) && !climb.comesBack();
-    const int score = flat ? std::min(first.at(*level), last.at(*level)) : 0;
-    if (score >= kMeetsLine) return {*level, *level, 2 * score, true};
+    const int weight = flat ? std::min(first.at(*level), last.at(*level)) : 0;
+    if (weight >= (climb.line().incline != 0 ? kMeetsLine : kMeetsClimb)) {
+      return {*level, *level, 2 * weight, 2 * weight, true};
+    }
     return climb.choose(first, last);
   }
 
-  Evidence evidence(const Climb& climb, const PlanVertex& end) const {
+  Evidence evidence(std::size_t i, const PlanVertex& end) const {
     Evidence evidence;
-    const auto met = met_.find(end.node);
-    if (met != met_.end()) {
-      for (const std::int64_t level : met->second) evidence[level] = kMeetsLine;
+    if (const auto lines = level_.find(end.node); lines != level_.end()) {
+      for (const std::int64_t level : lines->second) evidence[level] = kMeetsLine;
     }
     const auto shafts = shafts_.find(end.node);
     if (end.node != 0 && shafts != shafts_.end()) {
       for (const std::int64_t level : shafts->second) evidence[level] += kMeetsCell;
     }
-    addOpenLines(climb, end, evidence);
+    addClimbs(i, end, evidence);
     for (const std::int64_t level : around(end.coordinate).told) evidence[level] += kMeetsCell;
     return evidence;
   }
 
-  void addOpenLines(const Climb& climb, const PlanVertex& end, Evidence& evidence) const {
-    const auto open = open_.find(end.node);
-    if (open == open_.end()) return;
-    for (const std::size_t other : open->second) {
+  void addClimbs(std::size_t i, const PlanVertex& end, Evidence& evidence) const {
+    const auto here = climbsAt_.find(end.node);
+    if (here == climbsAt_.end()) return;
+    for (const std::size_t other : here->second) {
+      if (other == i) continue;
+      const bool placed = !tracks_[other].empty();
+      const int weight = placed ? kMeetsClimb : kMeetsOpenClimb;
       const Climb& neighbour = climbs_.at(other);
-      if (&neighbour == &climb || !tracks_[other].empty()) continue;
-      for (const std::int64_t level : neighbour.levels()) {
-        if (evidence[level] < kMeetsOpenLine) evidence[level] += kMeetsOpenLine;
+      for (const std::int64_t level : placed ? levelsAt(other, end.node) : neighbour.levels()) {
+        if (evidence[level] >= weight || isStacked(climbs_.at(i), neighbour, level)) continue;
+        evidence[level] += weight;
       }
     }
+  }
+
+  /// Where a line that is placed meets a node.
+  Levels levelsAt(std::size_t line, std::int64_t node) const {
+    std::set<std::int64_t> levels;
+    const std::vector<PlanVertex>& vertices = plan_.lines[line].vertices;
+    for (const LineTrack& track : tracks_[line]) {
+      for (std::size_t k = 0; k < track.size(); ++k) {
+        if (vertices[k].node == node) levels.insert(track[k]);
+      }
+    }
+    return {levels.begin(), levels.end()};
+  }
+
+  // One of two above each other tells nothing about the other where people can walk from one end
+  // to the other in between, and escalators never turn round there. Flights that turn on a landing
+  // begin where the one below ends.
+  bool isStacked(const Climb& climb, const Climb& other, std::int64_t level) const {
+    if (climb.comesBack() || !climb.sharesEndsWith(other)) return false;
+    if (climb.line().oneway && other.line().oneway) return true;
+    return isStandingFloorAt(climb.line().vertices.front(), level) &&
+           isStandingFloorAt(climb.line().vertices.back(), level);
+  }
+
+  bool isStandingFloorAt(const PlanVertex& end, std::int64_t level) const {
+    const auto lines = level_.find(end.node);
+    return (lines != level_.end() && lines->second.contains(level)) ||
+           around(end.coordinate).floor.contains(level);
   }
 
   const LevelsHere& around(Coordinate coordinate) const {
@@ -288,6 +340,7 @@ class Resolver {
     if (choice.first == choice.last) {
       remarks_.push_back(climb.line().source + " is drawn on several levels and meets only " +
                          named(choice.first) + ": kept on it");
+      return placeOn(i, choice.first);
     }
     for (LineTrack& track : flights(climb, choice)) {
       for (std::size_t k = 0; k < track.size(); ++k) meet(climb.line().vertices[k].node, track[k]);
@@ -395,11 +448,12 @@ class Resolver {
   std::vector<std::string>& remarks_;
   std::vector<std::vector<LineTrack>> tracks_;
   std::map<std::size_t, Climb> climbs_;
-  std::map<std::size_t, Levels> paths_;                    ///< on several levels
-  std::map<std::size_t, std::int64_t> flatStairs_;         ///< on one level
-  std::map<std::int64_t, std::set<std::int64_t>> met_;     ///< levels of lines at a node
-  std::map<std::int64_t, std::set<std::int64_t>> shafts_;  ///< where a lift at a node stops
-  std::map<std::int64_t, std::set<std::size_t>> open_;     ///< climbs at a node
+  std::map<std::size_t, Levels> paths_;                     ///< on several levels
+  std::map<std::size_t, std::int64_t> flatStairs_;          ///< on one level
+  std::map<std::int64_t, std::set<std::int64_t>> met_;      ///< levels of lines at a node
+  std::map<std::int64_t, std::set<std::int64_t>> level_;    ///< of those, of lines on one level
+  std::map<std::int64_t, std::set<std::int64_t>> shafts_;   ///< where a lift at a node stops
+  std::map<std::int64_t, std::set<std::size_t>> climbsAt_;  ///< by node
   mutable std::map<std::pair<double, double>, LevelsHere> around_cache_;
 };
 

@@ -27,9 +27,11 @@ using LevelsAround = std::function<LevelsHere(Coordinate)>;
 
 /// The tracks of every line, in the plan's order; none for a line on no level that is used.
 ///
-/// Which end of stairs is where follows from what they meet there: first the other lines at the
-/// same node, then the cells and doors around the end, then the incline. What is left over is
-/// taken from the first vertex upwards, with a remark.
+/// Which end of stairs is where follows from lines on a level that meet them there, then from
+/// their incline, then from other stairs at the same node, then from the cells and doors around
+/// the end. What is left over is taken from the first vertex upwards, with a remark. Stairs and
+/// escalators one above the other, with the same two end nodes, tell nothing about each other
+/// where there is floor at both ends.
 ///
 /// - Stairs over more than two levels stop at those in between where another line meets them.
 ///   Where none does, and both ends lie on floor of every level in between, they are flights one

@@ -59,6 +59,7 @@ class Network {
     const bool slope = line.kind == ConnectionKind::path && track.front() != track.back();
     const ConnectionKind kind = slope ? ConnectionKind::ramp : line.kind;
     std::size_t last = nodeOf(line.vertices[0], track[0]);
+    graph_.endLineAt(last);
     for (std::size_t k = 1; k < line.vertices.size(); ++k) {
       const bool same = line.vertices[k].node == 0 && track[k] == graph_.nodes()[last].level &&
                         groundDistance(frame_.metres(line.vertices[k].coordinate),
@@ -71,6 +72,7 @@ class Network {
       if (graph_.addDrawn(piece)) sources_.push_back(line.source);
       last = next;
     }
+    graph_.endLineAt(last);
   }
 
   const FloorPlan& plan_;

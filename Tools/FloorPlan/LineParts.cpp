@@ -9,8 +9,7 @@ bool isWalkedOn(ConnectionKind kind) {
          kind == ConnectionKind::ramp || kind == ConnectionKind::travelator;
 }
 
-LineParts::LineParts(const PlanGraph& graph, std::int64_t level,
-                     const std::vector<std::string>& sources) {
+LineParts::LineParts(const PlanGraph& graph, std::int64_t level) {
   for (const PlanGraph::Edge& edge : graph.drawn()) {
     const bool fromHere = graph.nodes()[edge.from].level == level;
     const bool toHere = graph.nodes()[edge.to].level == level;
@@ -21,7 +20,7 @@ LineParts::LineParts(const PlanGraph& graph, std::int64_t level,
     parts_[high] = low;
   }
   for (auto& [node, part] : parts_) part = first(node);
-  findAmid(graph, sources);
+  findAmid(graph);
 }
 
 std::size_t LineParts::first(std::size_t node) {
@@ -30,23 +29,21 @@ std::size_t LineParts::first(std::size_t node) {
 }
 
 // Where stairs go on as they came, and no floor is drawn.
-void LineParts::findAmid(const PlanGraph& graph, const std::vector<std::string>& sources) {
-  std::map<std::size_t, std::vector<std::size_t>> stairs;
+void LineParts::findAmid(const PlanGraph& graph) {
+  std::map<std::size_t, std::size_t> pieces;
   std::set<std::size_t> floor;
-  for (std::size_t i = 0; i < graph.drawn().size(); ++i) {
-    const PlanGraph::Edge& edge = graph.drawn()[i];
+  for (const PlanGraph::Edge& edge : graph.drawn()) {
     for (const std::size_t node : {edge.from, edge.to}) {
       if (!parts_.contains(node)) continue;
       if (isWalkedOn(edge.kind)) {
         floor.insert(node);
       } else {
-        stairs[node].push_back(i);
+        ++pieces[node];
       }
     }
   }
-  for (const auto& [node, pieces] : stairs) {
-    const bool goesOn = pieces.size() == 2 && sources[pieces[0]] == sources[pieces[1]];
-    if (goesOn && !floor.contains(node)) amid_.insert(node);
+  for (const auto& [node, count] : pieces) {
+    if (count == 2 && !graph.isLineEnd(node) && !floor.contains(node)) amid_.insert(node);
   }
 }
 

@@ -5,8 +5,6 @@
 #include <cstddef>
 #include <map>
 #include <set>
-#include <string>
-#include <vector>
 
 #include "FloorPlan/PlanGraph.hpp"
 
@@ -22,19 +20,19 @@ bool isWalkedOn(ConnectionKind kind);
 /// and up again for it.
 class LineParts {
  public:
-  /// @param sources of each drawn piece
-  LineParts(const PlanGraph& graph, std::int64_t level, const std::vector<std::string>& sources);
+  LineParts(const PlanGraph& graph, std::int64_t level);
 
   /// The part that the node of a drawn line of the level belongs to.
   std::size_t of(std::size_t node) const { return parts_.at(node); }
   bool knows(std::size_t node) const { return parts_.contains(node); }
 
-  /// Whether the node lies amid stairs or an escalator, where nobody steps off.
+  /// Whether the node lies amid stairs or an escalator, where nobody steps off: not at the ends of
+  /// their line, even where it goes on from there on further levels.
   bool amidStairs(std::size_t node) const { return amid_.contains(node); }
 
  private:
   std::size_t first(std::size_t node);
-  void findAmid(const PlanGraph& graph, const std::vector<std::string>& sources);
+  void findAmid(const PlanGraph& graph);
 
   std::map<std::size_t, std::size_t> parts_;  ///< node -> the first node of its part
   std::set<std::size_t> amid_;

@@ -9,7 +9,9 @@
 #include "FloorPlan/LineLevels.hpp"
 #include "FloorPlan/LineNetwork.hpp"
 #include "FloorPlan/PlanChecks.hpp"
+#include "FloorPlan/PlanDetail.hpp"
 #include "Support/InputError.hpp"
+#include "Support/Text.hpp"
 
 namespace KorvaniTools {
 namespace {
@@ -128,6 +130,7 @@ class BuildingMaker {
     addPlaces();
     addRooms();
     noteShutRooms();
+    noteLonelyShafts();
     return std::move(building_);
   }
 
@@ -286,6 +289,24 @@ class BuildingMaker {
     }
   }
 
+  void noteLonelyShafts() {
+    std::map<std::size_t, std::vector<double>> lonely;
+    for (const auto& floor : floors_) {
+      const double level = levels_.source(floor->floor().level);
+      for (const std::size_t shaft : floor->lonelyShafts()) lonely[shaft].push_back(level);
+    }
+    for (const auto& [shaft, levels] : lonely) {
+      std::string words = plan_.shafts[shaft].source + " meets nothing to walk on on level";
+      if (levels.size() > 1) words += 's';
+      const char* separator = " ";
+      for (const double level : levels) {
+        words += separator + decimals(level);
+        separator = ", ";
+      }
+      report_.remarks.push_back(std::move(words));
+    }
+  }
+
   const FloorPlan& plan_;
   const ConnectionTable& table_;
   const PlanOptions& options_;
@@ -305,8 +326,10 @@ class BuildingMaker {
 Building makeBuilding(const FloorPlan& plan, const ConnectionTable& table,
                       const PlanOptions& options, PlanReport& report) {
   const auto mended = withoutBadPositions(plan, report.remarks);
+  const FloorPlan& sound = mended ? *mended : plan;
+  const auto thinned = withoutNeedlessDetail(sound, report.remarks);
   try {
-    return BuildingMaker(mended ? *mended : plan, table, options, report).make();
+    return BuildingMaker(thinned ? *thinned : sound, table, options, report).make();
   } catch (const GeosError& error) {
     throw InputError("the floor plan cannot be worked with: " + std::string(error.what()));
   }

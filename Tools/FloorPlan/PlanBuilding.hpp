@@ -33,7 +33,7 @@ struct PlanReport {
 struct PlanOptions {
   /// Gives each walled room without a door one of 1 m, amid the longest stretch of its outline
   /// that faces floor, up to 0.45 m away, or lines that people walk on, up to 5 m away. Off: nobody
-  /// is sent to a door that nobody has mapped.
+  /// is sent to a door that nobody has mapped, but for lifts, which are of no use without one.
   bool assumeDoors = false;
 };
 

@@ -49,6 +49,15 @@ std::size_t PlanGraph::stopOn(std::size_t drawn, double share) {
   return node;
 }
 
+std::size_t PlanGraph::stopAt(std::size_t drawn, double share, std::size_t node) {
+  for (const std::size_t stop : stopsOf(drawn)) {
+    if (groundDistance(nodes_[stop].at, nodes_[node].at) <= kSameSpot) return stop;
+  }
+  stops_[drawn].emplace(share, node);
+  used_.insert(node);
+  return node;
+}
+
 std::vector<std::size_t> PlanGraph::stopsOf(std::size_t drawn) const {
   std::vector<std::size_t> result{drawn_[drawn].from};
   const auto stops = stops_.find(drawn);

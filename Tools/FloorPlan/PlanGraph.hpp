@@ -50,8 +50,15 @@ class PlanGraph {
   bool addDrawn(const Edge& edge);
   const std::vector<Edge>& drawn() const { return drawn_; }
 
+  /// Notes that a drawn line begins or ends at a node.
+  void endLineAt(std::size_t node) { lineEnds_.insert(node); }
+  bool isLineEnd(std::size_t node) const { return lineEnds_.contains(node); }
+
   /// The node on a drawn piece at `share` of its length, made unless one lies within 0.1 m.
   std::size_t stopOn(std::size_t drawn, double share);
+  /// Has a drawn piece stop at a node that lies on it, unless one of its own lies within 0.1 m.
+  /// Returns the stop.
+  std::size_t stopAt(std::size_t drawn, double share, std::size_t node);
   /// The stops of a drawn piece and its ends, in order.
   std::vector<std::size_t> stopsOf(std::size_t drawn) const;
 
@@ -72,6 +79,7 @@ class PlanGraph {
   std::vector<Edge> made_;
   std::set<std::pair<std::size_t, std::size_t>> joined_;
   std::set<std::size_t> used_;
+  std::set<std::size_t> lineEnds_;
 };
 
 }  // namespace KorvaniTools

@@ -73,6 +73,8 @@ std::vector<LevelName> PlanLevels::names(const FloorPlan& plan) const {
       name.name = described.name ? described.name : described.source;
       break;
     }
+    // On the door is the source's number.
+    if (!name.name && source != static_cast<double>(level)) name.name = name.source;
     names.push_back(std::move(name));
   }
   return names;

@@ -36,6 +36,7 @@ class PlanLevels {
   const std::map<double, std::int64_t>& all() const { return levels_; }
 
   /// Name of every used level, or else its short name, and its number in the source, ascending.
+  /// A level that has neither and another number than in the source is called by the source's.
   std::vector<LevelName> names(const FloorPlan& plan) const;
 
  private:

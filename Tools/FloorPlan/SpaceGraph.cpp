@@ -194,10 +194,25 @@ void SpaceGraph::addFrontAt(std::size_t door, GroundPoint at) {
     given_.insert(std::minmax(door, front));
     return;
   }
+  if (const auto end = freeEndAt(at)) {
+    given_.insert(std::minmax(door, *end));
+    return;
+  }
   const std::size_t front = add(at, std::nullopt);
   fronts_.push_back(front);
   free_.push_back(front);
   given_.insert(std::minmax(door, front));
+}
+
+// Where a line or a middle is already, a node of its own would only be a double.
+std::optional<std::size_t> SpaceGraph::freeEndAt(GroundPoint at) const {
+  for (const std::size_t end : free_) {
+    if (points_[end].node && !points_[end].door &&
+        groundDistance(spanner_.points()[end], at) <= kSameSpot) {
+      return end;
+    }
+  }
+  return std::nullopt;
 }
 
 void SpaceGraph::addCorners(double margin) {

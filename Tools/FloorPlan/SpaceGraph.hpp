@@ -59,6 +59,7 @@ class SpaceGraph {
   void addFront(std::size_t door, const SpaceItem& item, GroundPoint direction);
   double depthFrom(GroundPoint at, GroundPoint direction) const;
   void addFrontAt(std::size_t door, GroundPoint at);
+  std::optional<std::size_t> freeEndAt(GroundPoint at) const;
   void addInwardFront(std::size_t door, const SpaceItem& item);
   void addCorners(double margin);
   void addTriangles();

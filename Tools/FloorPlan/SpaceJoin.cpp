@@ -15,6 +15,7 @@ constexpr double kLeastShare = 0.3;       // of the space's extent
 constexpr std::size_t kMostTargets = 50;  // looked at for each item
 constexpr double kOnOutline = 0.15;
 constexpr double kAtLine = 0.1;
+constexpr double kOnDrawn = 0.02;  // metres; what rounding moves a node off a line
 
 double extentOf(const Geos& geos, const Shape& shape) {
   const BoundingBox box = boxOf(geos.ringsOf(shape).front());
@@ -123,8 +124,7 @@ class Joiner {
     for (const GroundPoint at :
          {target.nearest(item.at), between(target.a, target.b, 0.5), target.a, target.b}) {
       if (!sight_.sees(item.at, at)) continue;
-      const std::size_t stop =
-          target.drawn ? graph_.stopOn(*target.drawn, shareOf(*target.drawn, at)) : target.node;
+      const std::size_t stop = target.drawn ? stopOn(*target.drawn, at, item) : target.node;
       const ConnectionKind kind = item.door ? ConnectionKind::door : ConnectionKind::path;
       const StepFree free = stepFree_ == StepFree::no ? stepFree_ : item.stepFree;
       graph_.addMade({item.node, stop, kind, free, false});
@@ -132,6 +132,13 @@ class Joiner {
       return true;
     }
     return false;
+  }
+
+  // What lies on the line but for rounding is a stop of it.
+  std::size_t stopOn(std::size_t drawn, GroundPoint at, const SpaceItem& item) {
+    const double share = shareOf(drawn, at);
+    if (groundDistance(item.at, at) > kOnDrawn) return graph_.stopOn(drawn, share);
+    return graph_.stopAt(drawn, share, item.node);
   }
 
   /// Leads each part of the lines to the nearest other one that it sees.

@@ -1,5 +1,7 @@
 #include "Support/LevelNames.hpp"
 
+#include <cmath>
+
 #include "Support/Text.hpp"
 
 namespace KorvaniTools {
@@ -7,6 +9,8 @@ namespace KorvaniTools {
 LevelNames::LevelNames(const Building& building) {
   for (const LevelName& entry : building.levelNames) {
     if (entry.name && !entry.name->empty()) names_.emplace(entry.level, *entry.name);
+    const auto number = entry.source ? parseNumber(*entry.source) : std::nullopt;
+    if (number && std::isfinite(*number)) numbers_.emplace(entry.level, decimals(*number));
   }
 }
 
@@ -15,8 +19,13 @@ std::string LevelNames::name(std::int64_t level) const {
   return found == names_.end() ? std::string() : found->second;
 }
 
+std::string LevelNames::number(std::int64_t level) const {
+  const auto found = numbers_.find(level);
+  return found == numbers_.end() ? std::to_string(level) : found->second;
+}
+
 std::string LevelNames::words(std::int64_t level) const {
-  const std::string number = std::to_string(level);
+  const std::string number = this->number(level);
   std::string plain = "level " + number;
   const std::string called = name(level);
   const std::string folded = foldedCase(called);
@@ -29,6 +38,9 @@ std::optional<std::int64_t> LevelNames::find(std::string_view text) const {
   const std::string wanted = foldedCase(text);
   for (const auto& [level, name] : names_) {
     if (foldedCase(name) == wanted) return level;
+  }
+  for (const auto& [level, number] : numbers_) {
+    if (foldedCase(words(level)) == wanted || number == wanted) return level;
   }
   return {};
 }

@@ -45,7 +45,12 @@ std::string findingText(const LintFinding& finding, const Style& style) {
 }
 
 std::string levelHeading(const LintFinding& finding, const LevelNames& levels) {
-  return finding.levels.empty() ? "building" : plainLine(levels.words(finding.levels.front()));
+  if (finding.levels.empty()) return "building";
+  const std::int64_t level = finding.levels.front();
+  // Messages count levels as the file does.
+  const bool renumbered = levels.number(level) != std::to_string(level);
+  return plainLine(levels.words(level)) +
+         (renumbered ? " (" + std::to_string(level) + " in the file)" : "");
 }
 
 std::string summaryText(const Findings& findings) {

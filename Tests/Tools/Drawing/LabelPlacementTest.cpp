@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 #include <random>
 #include <vector>
 
@@ -82,7 +83,7 @@ TEST(LabelPlacement, TriesTheOtherSides) {
 TEST(LabelPlacement, LeavesOutWhatHasNoRoom) {
   std::vector<LabelWish> wishes(10, wishAt(200, 150));
   const auto labels = placeLabels(wishes, kPaper, {}, {1});
-  EXPECT_EQ(labels.size(), 2U);  // right and left; what lies below covers the place itself
+  EXPECT_EQ(labels.size(), 4U);  // one on each side
 }
 
 TEST(LabelPlacement, ServesHigherPrioritiesFirst) {
@@ -103,14 +104,95 @@ TEST(LabelPlacement, KeepsOffMarksButNotItsOwn) {
   EXPECT_EQ(wishes[0].tries[labels[0].attempt].side, LabelSide::left);
 }
 
-TEST(LabelPlacement, CoversSoftMarksWhenItInsists) {
+/// Where the first of the wishes is written; absent: nowhere.
+std::optional<LabelSide> sideOfFirst(const std::vector<LabelWish>& wishes,
+                                     const std::vector<FixedMark>& marks) {
+  for (const PlacedLabel& label : placeLabels(wishes, kPaper, marks, {1})) {
+    if (label.wish == 0) return wishes[0].tries[label.attempt].side;
+  }
+  return {};
+}
+
+/// A mark to the right, to the left, below or above (100, 100).
+FixedMark markAt(double right, double down, bool soft) {
+  return {100 + right, 100 + down, {-5, -5, 5, 5}, soft};
+}
+
+TEST(LabelPlacement, CoversSoftMarksOnlyForWantOfOtherRoomWhenItInsists) {
   LabelWish wish = wishAt(100, 100);
-  const std::vector<FixedMark> soft{{120, 100, {-5, -5, 5, 5}, true}};
-  EXPECT_NE(placeLabels({wish}, kPaper, soft, {1})[0].attempt, 0U);
+  std::vector<FixedMark> soft{markAt(20, 0, true), markAt(-20, 0, true), markAt(0, 12, true)};
+  EXPECT_EQ(sideOfFirst({wish}, soft), LabelSide::above);
   wish.insists = true;
-  EXPECT_EQ(placeLabels({wish}, kPaper, soft, {1})[0].attempt, 0U);
-  const std::vector<FixedMark> hard{{120, 100, {-5, -5, 5, 5}, false}};
-  EXPECT_NE(placeLabels({wish}, kPaper, hard, {1})[0].attempt, 0U);
+  EXPECT_EQ(sideOfFirst({wish}, soft), LabelSide::above);
+  soft.push_back(markAt(0, -12, true));
+  EXPECT_EQ(sideOfFirst({wish}, soft), LabelSide::right);
+  wish.insists = false;
+  EXPECT_EQ(sideOfFirst({wish}, soft), std::nullopt);
+}
+
+TEST(LabelPlacement, CoversHardMarksBeforeLabelsWhenItInsists) {
+  LabelWish wish = wishAt(100, 100);
+  wish.insists = true;
+  std::vector<FixedMark> hard{markAt(20, 0, false), markAt(-20, 0, true), markAt(0, 12, false),
+                              markAt(0, -12, false)};
+  EXPECT_EQ(sideOfFirst({wish}, hard), LabelSide::left);
+  hard[1].soft = false;
+  EXPECT_EQ(sideOfFirst({wish}, hard), LabelSide::right);
+  LabelWish other = wishAt(100, 100, 1);
+  other.insists = true;
+  EXPECT_EQ(sideOfFirst({wish, other}, hard), LabelSide::left);
+}
+
+TEST(LabelPlacement, WritesWhatInsistsInAnyCase) {
+  std::vector<LabelWish> wishes(9, wishAt(200, 150));
+  for (LabelWish& wish : wishes) wish.insists = true;
+  EXPECT_EQ(placeLabels(wishes, kPaper, {}, {1}).size(), 9U);
+}
+
+TEST(LabelPlacement, SlidesOntoThePaperWhatInsistsAndIsTooNearToItsEdge) {
+  LabelWish wish = wishAt(15, 5, 0, 50);
+  wish.insists = true;
+  wish.tries.resize(2);
+  const PixelBox narrow{0, 0, 60, 10.5};
+  const auto labels = placeLabels({wish}, narrow, {}, {1});
+  ASSERT_EQ(labels.size(), 1U);
+  const PixelBox box = onPaper(labels[0], wish, 1);
+  EXPECT_DOUBLE_EQ(box.right, 60);
+  EXPECT_DOUBLE_EQ(box.top, 0);
+  wish.x = 61;
+  EXPECT_TRUE(placeLabels({wish}, narrow, {}, {1}).empty()) << "its place is not seen";
+}
+
+TEST(LabelPlacement, PutsALabelBesideAMarkThatLiesUponItsPlace) {
+  LabelWish wish = wishAt(100, 100);
+  wish.mark = 0;
+  const std::vector<FixedMark> marks{{100, 100, {-3, -3, 3, 3}, true},
+                                     {100.0001, 100, {-9, -9, 9, 9}, false}};
+  const auto labels = placeLabels({wish}, kPaper, marks, {1, 2});
+  ASSERT_EQ(labels.size(), 1U);
+  EXPECT_EQ(labels[0].zoom, 1);
+  EXPECT_GE(labels[0].box.left, 9);
+  for (const double zoom : {1.0, 3.0, 100.0}) expectClear(labels, {wish}, marks, zoom);
+}
+
+TEST(LabelPlacement, NamesTwoPlacesOnOneSpot) {
+  std::vector<LabelWish> wishes(2, wishAt(200, 150));
+  wishes[0].mark = 0;
+  wishes[1].mark = 1;
+  const std::vector<FixedMark> marks(2, {200, 150, {-3, -3, 3, 3}, true});
+  const auto labels = placeLabels(wishes, kPaper, marks, {1});
+  ASSERT_EQ(labels.size(), 2U);
+  expectClear(labels, wishes, marks, 1);
+}
+
+TEST(LabelPlacement, KeepsOffAMarkThatMagnificationMovesThroughTheText) {
+  LabelWish wish = wishAt(100, 100);
+  wish.tries.resize(1);
+  // It lies upon the place, and later where the text would be.
+  const std::vector<FixedMark> marks{{101, 100, {-4, -4, 2, 4}, false}};
+  EXPECT_TRUE(placeLabels({wish}, kPaper, marks, {1, 4, 16}).empty());
+  const std::vector<FixedMark> passed{{99, 100, {-4, -4, 2, 4}, false}};
+  EXPECT_EQ(placeLabels({wish}, kPaper, passed, {1}).size(), 1U);
 }
 
 TEST(LabelPlacement, StaysWithinARoomThatGrowsWithTheMagnification) {

@@ -160,6 +160,7 @@ Scene hallWithRoute() {
   change.arrives = {16, 20};
   change.symbol = KorvaniTools::ConnectionSymbol::escalator;
   change.toName = "to level 1";
+  change.fromName = "from level 0";
   route.changes.push_back(change);
   route.start = {0, {5, 10}, "Here"};
   route.destination = {1, {20, 20}, "There"};
@@ -210,6 +211,30 @@ TEST(LevelSvg, MarksAnArrivalWithItsKind) {
   EXPECT_NE(only(arrow.ofClass("solid")).attribute("d"), glyph) << "a lift is there, not taken";
   EXPECT_EQ(arrow.ofClass("glyph").size(), 2U);
   EXPECT_TRUE(above.ofClass("arrival").empty()) << "one mark is enough";
+}
+
+TEST(LevelSvg, ShowsStartAndDiscOfARouteThatBeginsWithAChange) {
+  Scene scene = hallWithRoute();
+  KorvaniTools::DrawnRoute& route = *scene.route;
+  route.legs.erase(route.legs.begin());
+  route.arrows.clear();
+  route.start.at = route.changes.front().leaves;
+  const XmlElement level = drawn(scene);
+  EXPECT_EQ(only(only(level.ofClass("end")).named("text")).text, "Here");
+  EXPECT_EQ(only(only(level.ofClass("badge")).named("text")).text, "to level 1");
+  const auto radiusOf = [](const XmlElement& circle) { return std::stod(circle.attribute("r")); };
+  const XmlElement& ring = *only(level.ofClass("start")).named("circle").back();
+  EXPECT_GT(radiusOf(ring), radiusOf(only(level.ofClass("disc"))) + 2);
+}
+
+TEST(LevelSvg, NamesAnEntranceAtTheTopOfStairs) {
+  const Scene scene =
+      makeScene(parsed({nodeAt(1, 0, 11, 48), nodeAt(2, -1, 11, 48), nodeAt(3, 0, 11.0004, 48.0001),
+                        edgeOf(1, 2, R"("type":"stairs")"), edgeOf(1, 3),
+                        placeAt("Exit A", 0, 11, 48, "\"entrance\":true")}));
+  const XmlElement level = parsedXml(levelSvg(scene, scene.levels.back(), {}));
+  EXPECT_EQ(level.ofClass("connection").size(), 1U);
+  EXPECT_EQ(only(only(level.ofClass("label")).named("text")).text, "Exit A");
 }
 
 TEST(LevelSvg, DrawsAnArrowBesideTheDiscThatItBeginsAt) {
@@ -273,6 +298,26 @@ TEST(FittingScale, FillsThePixelsButDoesNotBlowUpSmallBuildings) {
   const double longer = std::max(scene.frame.width(), scene.frame.height());
   EXPECT_DOUBLE_EQ(fittingScale(scene, 500) * longer, 500);
   EXPECT_EQ(fittingScale(makeScene(parsed({nodeAt(1, 0, 11, 48)})), 5000), 60);
+}
+
+TEST(LevelLabels, WriteTheDestinationBesideTheRouteWhereThereIsRoom) {
+  Scene scene = hallWithRoute();
+  scene.route->destination = {0, {15, 10}, "There"};
+  scene.route->legs = {{0, {{5, 5}, {15, 10}, {25, 10}}}};
+  scene.route->changes.clear();
+  scene.route->arrows.clear();
+  for (const LevelLabel& label : levelLabels(scene, scene.levels.front(), {})) {
+    if (label.lines.front() != "There") continue;
+    for (int x = -100; x <= 100; ++x) {
+      const double y = std::min(0.0, x * 0.5);
+      const PixelBox spot{x - 4.0, y - 4.0, x + 4.0, y + 4.0};
+      ASSERT_FALSE(label.box.overlaps(spot)) << x;
+    }
+    const PixelBox pin{-11, -30, 11, 2};
+    EXPECT_FALSE(label.box.overlaps(pin));
+    return;
+  }
+  FAIL() << "the destination has no name";
 }
 
 /// The labels' boxes on the paper at that magnification.

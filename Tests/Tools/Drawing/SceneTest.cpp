@@ -88,6 +88,15 @@ TEST(Scene, NamesLevelsAsPeopleDo) {
   EXPECT_EQ(scene.find(0)->title, "Level 0");
 }
 
+TEST(Scene, TellsTheNumbersThatAreOnTheDoors) {
+  const Scene scene = makeScene(parsed(
+      {nodeAt(1, 2, 11, 48), nodeAt(2, 3, 11, 48)},
+      R"("levels":[{"level":2,"name":"1","source":"1"},{"level":3,"name":"Roof","source":"2"}])"));
+  EXPECT_EQ(scene.find(2)->title, "Level 1");
+  EXPECT_EQ(scene.find(3)->number, "2");
+  EXPECT_EQ(scene.find(3)->title, "Level 2 \u00b7 Roof");
+}
+
 TEST(Scene, SortsEdgesFromLevelChanges) {
   const Scene scene = makeScene(parsed(
       {nodeAt(1, 0, 11, 48), nodeAt(2, 0, 11, 48.001), nodeAt(3, 1, 11, 48.001),

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "Drawing.hpp"
 
 namespace KorvaniTest {
@@ -291,11 +293,34 @@ TEST(Doors, OfLiftsAreAssumedAlways) {
   drawing.plan.cells.back().isPlace = true;
   drawing.shaft("lift", {0, 1}, std::nullopt, {0});
   const Made made = drawing.make();
-  EXPECT_EQ(made.report.assumedDoors, 2U);
+  EXPECT_EQ(made.report.assumedDoors, 0U);  // nobody asked for one
+  EXPECT_TRUE(made.remarked("lift has no door on level 0: a lift opens to what is in front"));
+  EXPECT_FALSE(made.remarked("assumed"));
   EXPECT_TRUE(made.way(made.node({1, 1}, 0), made.node({1, 1}, 1)).has_value());
   ASSERT_EQ(made.building.places.size(), 2U);
   const GroundPoint bar = metres(made.building.places[0].coordinate);
   EXPECT_TRUE(made.joined(bar, bar, 0, 1));
+}
+
+TEST(Doors, OfOpenCorridorsLeadThroughThickWallsIntoTheRoomBeside) {
+  for (const double gap : {0.4, 0.52, 0.6}) {
+    Drawing drawing;
+    drawing.room("room", box(0, gap, 6, 5));
+    drawing.area("corridor", box(-2, -4, 8, 0));
+    drawing.door("door", {{3, 0}});
+    drawing.door("far", {{-2, -2}});
+    const Made made = drawing.make();
+    EXPECT_TRUE(made.report.roomsWithoutDoor.empty()) << gap;
+    EXPECT_FALSE(made.wallAt({3, gap})) << gap;
+    EXPECT_EQ(made.edgesThroughWalls(), 0U) << gap;
+    const std::int64_t door = made.node({3, 0});
+    EXPECT_TRUE(std::any_of(made.building.nodes.begin(), made.building.nodes.end(),
+                            [&](const BuildingNode& node) {
+                              return metres(node.coordinate).y > gap &&
+                                     made.way(door, node.id).has_value();
+                            }))
+        << gap;
+  }
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "Drawing.hpp"
 
 namespace KorvaniTest {
@@ -201,6 +203,39 @@ TEST(FloorGraph, EdgesOfACellWithStepsAreNotForWheels) {
   roomWithDoor(drawing, 0, 0, {2, 0});
   drawing.plan.cells[0].stepFree = StepFree::no;
   EXPECT_FALSE(drawing.make().building.edges.at(0).barrierFree);
+}
+
+TEST(FloorGraph, NoNodeIsMadeWhereStairsEndInFrontOfADoor) {
+  Drawing drawing;
+  drawing.room("room", box(0, 0, 4, 4), {0});
+  drawing.area("corridor", box(-10, -3, 14, 0), {0});
+  drawing.door("door", {{2, 0}}, {0});
+  drawing.door("west", {{-10, -1.5}}, {0});
+  drawing.line("way/stairs", {{2.005, -1.5}, {8, -1.5}}, {0, 1}, ConnectionKind::stairs).incline =
+      1;
+  const Made made = drawing.make();
+  const auto here = std::count_if(made.building.nodes.begin(), made.building.nodes.end(),
+                                  [](const BuildingNode& node) {
+                                    return groundDistance(metres(node.coordinate), {2, -1.5}) < 0.1;
+                                  });
+  EXPECT_EQ(here, 1);
+  EXPECT_TRUE(made.joined({2, 0}, {8, -1.5}, 0, 1));
+}
+
+TEST(FloorGraph, NoNodeIsMadeWhereStairsEndAmidAPlace) {
+  Drawing drawing;
+  PlanCell& hall = drawing.area("hall", box(-4, -4, 4, 4));
+  hall.name = "Hall";
+  hall.isPlace = true;
+  drawing.door("door", {{0, -4}});
+  drawing.line("way/stairs", {{0.005, 0}, {12, 0}}, {0, 1}, ConnectionKind::stairs).incline = 1;
+  const Made made = drawing.make();
+  const auto here = std::count_if(
+      made.building.nodes.begin(), made.building.nodes.end(), [](const BuildingNode& node) {
+        return node.level == 0 && groundDistance(metres(node.coordinate), {0, 0}) < 0.1;
+      });
+  EXPECT_EQ(here, 1);
+  EXPECT_TRUE(made.joined({0, -4}, {12, 0}, 0, 1));
 }
 
 }  // namespace

@@ -143,5 +143,39 @@ TEST(HostilePlans, ACircleOfThousandsOfCornersIsARoom) {
   EXPECT_TRUE(drawing.make().joined({50, 0}, {-50, 0}));
 }
 
+TEST(HostilePlans, AStarOfThousandsOfSpikesCostsOnlyItself) {
+  Drawing drawing;
+  GroundLine ring;
+  for (int i = 0; i < 20000; ++i) {
+    const double angle = i * 2 * 3.14159265358979 / 20000;
+    const double radius = i % 2 == 0 ? 5 : 25;
+    ring.push_back({radius * std::cos(angle), radius * std::sin(angle)});
+  }
+  ring.push_back(ring.front());
+  drawing.area("way/star", ring);
+  drawing.room("way/room", box(40, 0, 44, 4));
+  drawing.door("door", {{42, 0}});
+  const Made made = drawing.make();
+  EXPECT_TRUE(made.remarked("way/star has an outline of more than 1000 corners, too many even"));
+  EXPECT_EQ(made.building.rooms.size(), 1U);
+  EXPECT_GE(made.node({42, 2}), 0);
+}
+
+TEST(HostilePlans, ARoundOutlineKeepsAsManyCornersAsAreOfUse) {
+  Drawing drawing;
+  GroundLine ring;
+  for (int i = 0; i < 30000; ++i) {
+    const double angle = i * 2 * 3.14159265358979 / 30000;
+    ring.push_back({10 * std::cos(angle), 10 * std::sin(angle)});
+  }
+  ring.push_back(ring.front());
+  drawing.room("way/round", ring);
+  drawing.door("door", {{10, 0}});
+  const Made made = drawing.make();
+  EXPECT_TRUE(made.remarked("corners: those less than 0.1 m apart left out"));
+  EXPECT_NEAR(made.wallLength(), 20 * 3.14159265358979 - 1, 0.1);
+  EXPECT_GE(made.node({10, 0}), 0);
+}
+
 }  // namespace
 }  // namespace KorvaniTest

@@ -135,5 +135,16 @@ TEST(LineJoin, ADoorOnALineInARoomHasNoSecondEdgeAlongIt) {
   }
 }
 
+TEST(LineJoin, StairsThatEndOnALineBetweenItsNodesAreAStopOfIt) {
+  Drawing drawing;
+  drawing.area("hall", box(-10, -4, 10, 4));
+  drawing.line("way/path", {{-9, 0}, {9, 0}});
+  drawing.line("way/stairs", {{0, 0.005}, {0, 20}}, {0, 1}, ConnectionKind::stairs).incline = 1;
+  const Made made = drawing.make();
+  EXPECT_EQ(made.nodesOn(0), 3U);
+  EXPECT_TRUE(made.joined({-9, 0}, {0, 20}, 0, 1));
+  EXPECT_TRUE(made.joined({9, 0}, {0, 20}, 0, 1));
+}
+
 }  // namespace
 }  // namespace KorvaniTest

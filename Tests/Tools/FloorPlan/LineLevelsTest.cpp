@@ -168,5 +168,74 @@ TEST(StairsOnOneLevel, StayThereWhenSomethingOfItIsAtBothEnds) {
   EXPECT_FALSE(made.remarked("way/stairs"));
 }
 
+/// Floors with one way up above the other, all on the same two nodes.
+Drawing stackedClimbs(ConnectionKind kind, int incline) {
+  Drawing drawing;
+  drawing.area("floor", box(-10, -10, 10, 10), {0, 1, 2, 3});
+  for (const double level : {0.0, 1.0, 2.0}) {
+    PlanLine& line = drawing.line("way/up", {{0, 0}, {4, 0}}, {level, level + 1}, kind);
+    line.incline = incline;
+    line.oneway = kind == ConnectionKind::escalator;
+  }
+  return drawing;
+}
+
+TEST(ClimbsAboveEachOther, AllRunAsTheirInclineSays) {
+  for (const ConnectionKind kind : {ConnectionKind::escalator, ConnectionKind::stairs}) {
+    const Made made = stackedClimbs(kind, 1).make();
+    for (const std::int64_t level : {0, 1, 2}) {
+      const BuildingEdge* edge = made.edge(made.node({0, 0}, level), made.node({4, 0}, level + 1));
+      ASSERT_NE(edge, nullptr) << level;
+      EXPECT_EQ(edge->from, made.node({0, 0}, level));
+      EXPECT_EQ(made.edge(made.node({4, 0}, level), made.node({0, 0}, level + 1)), nullptr);
+    }
+    EXPECT_TRUE(made.joined({0, 0}, {4, 0}, 0, 3));
+    EXPECT_FALSE(made.remarked("nothing tells"));
+  }
+}
+
+TEST(ClimbsAboveEachOther, WithoutInclineRunAsTheyAreDrawn) {
+  for (const ConnectionKind kind : {ConnectionKind::escalator, ConnectionKind::stairs}) {
+    const Made made = stackedClimbs(kind, 0).make();
+    for (const std::int64_t level : {0, 1, 2}) {
+      EXPECT_NE(made.edge(made.node({0, 0}, level), made.node({4, 0}, level + 1)), nullptr);
+    }
+    EXPECT_TRUE(made.joined({0, 0}, {4, 0}, 0, 3));
+  }
+}
+
+TEST(ClimbsAboveEachOther, ThatTurnOnALandingBeginWhereTheOneBelowEnds) {
+  Drawing drawing;
+  drawing.line("way/low", {{-5, 0}, {0, 0}}, {0});
+  stairs(drawing, {{0, 0}, {4, 0}}, {0, 0.5});
+  stairs(drawing, {{4, 0}, {0, 0}}, {0.5, 1});
+  const Made made = drawing.make();
+  EXPECT_TRUE(made.joined({-5, 0}, {0, 0}, 0, 2));
+  EXPECT_FALSE(made.remarked("nothing tells"));
+}
+
+TEST(ClimbsAboveEachOther, OfOneLineAreSteppedOnAndOffBetweenFlights) {
+  Drawing drawing;
+  drawing.area("floor", box(-10, -10, 10, 10), {0, 1, 2});
+  stairs(drawing, {{0, 0}, {4, 0}}, {0, 1}).incline = 1;
+  // The same stairs again, as a source writes them that repeats a feature on further levels.
+  stairs(drawing, {{0, 0}, {4, 0}}, {1, 2}).incline = -1;
+  drawing.line("way/path", {{8, 5}, {8, 6}}, {1});
+  const Made made = drawing.make();
+  EXPECT_TRUE(made.joined({0, 0}, {8, 5}, 0, 1));
+  EXPECT_TRUE(made.joined({8, 5}, {0, 0}, 1, 2));
+}
+
+TEST(StairsOnSeveralLevels, FollowTheirInclineAgainstOtherStairsAndRooms) {
+  Drawing drawing;
+  drawing.area("wrong", box(-5, -2, 1, 2), {1});
+  stairs(drawing, {{0, 0}, {8, 0}}, {0, 1}).incline = 1;
+  stairs(drawing, {{8, 0}, {16, 0}}, {0, 1}).incline = 1;
+  const Made made = drawing.make();
+  EXPECT_GE(made.node({0, 0}, 0), 0);
+  EXPECT_GE(made.node({8, 0}, 0), 0);
+  EXPECT_GE(made.node({16, 0}, 1), 0);
+}
+
 }  // namespace
 }  // namespace KorvaniTest

@@ -71,6 +71,19 @@ TEST(PlanLevels, NamesOfUsedLevelsAndTheirNumbersInTheSourceAreKept) {
   EXPECT_EQ(building.levelNames[2].source, "1");
 }
 
+TEST(PlanLevels, LevelsWithAnotherNumberThanInTheSourceAreCalledByTheSources) {
+  Drawing drawing;
+  drawing.area("floor", box(0, 0, 5, 5), {-0.5, 0, 0.5, 1});
+  drawing.plan.levels = {{0.5, std::nullopt, std::nullopt}};
+  const std::vector<LevelName> names = drawing.make().building.levelNames;
+  ASSERT_EQ(names.size(), 4U);
+  EXPECT_EQ(names[0].name, "-0.5");
+  EXPECT_FALSE(names[1].name);
+  EXPECT_EQ(names[2].name, "0.5");
+  EXPECT_EQ(names[3].level, 2);
+  EXPECT_EQ(names[3].name, "1");
+}
+
 TEST(PlanLevels, TheMappingIsReported) {
   Drawing drawing;
   drawing.area("floor", box(0, 0, 5, 5), {0, 0.5});

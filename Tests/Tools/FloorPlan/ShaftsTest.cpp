@@ -95,6 +95,16 @@ TEST(Shafts, FarFromEverythingOnALevelAreRemarked) {
   EXPECT_TRUE(made.remarked("node/5 meets nothing to walk on on level 0"));
 }
 
+TEST(Shafts, FarFromEverythingOnSeveralLevelsAreRemarkedOnce) {
+  Drawing drawing;
+  drawing.line("a", {{-10, 9}, {10, 9}}, {0, 1, 2});
+  drawing.line("b", {{0, 0}, {0, 30}}, {3});
+  drawing.shaft("node/5", {0, 1, 2, 3}, GroundPoint{0, 0});
+  const Made made = drawing.make();
+  ASSERT_EQ(made.report.remarks.size(), 1U);
+  EXPECT_EQ(made.report.remarks[0], "node/5 meets nothing to walk on on levels 0, 1, 2");
+}
+
 TEST(Shafts, ThatLeadDownOnlyAreEnteredAtTheTop) {
   Drawing drawing;
   drawing.line("a", {{0, 0}, {5, 0}}, {0, 1});

@@ -58,6 +58,12 @@ TEST(LintCommand, AnErrorIsStatusOne) {
             "map data: Ann\n");
 }
 
+TEST(LintCommand, TellsTheNumberOnTheDoorsAndTheFiles) {
+  const TemporaryFile file(buildingText({nodeAt(1, 2, 11, 48), wallOf(2, "[[11,48],[11,48]]")},
+                                        R"("levels":[{"level":2,"name":"1","source":"1"}])"));
+  EXPECT_THAT(runTool({"lint", file.path()}).output, HasSubstr("\n\nlevel 1 (2 in the file)\n"));
+}
+
 TEST(LintCommand, WarningsAloneAreStatusZeroUnlessStrict) {
   const TemporaryFile file(kWarning);
   const Outcome outcome = runTool({"lint", file.path()});

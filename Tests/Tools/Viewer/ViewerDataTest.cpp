@@ -40,6 +40,7 @@ TEST_F(ViewerDataOfAWalk, LevelsComeAscendingWithTheirTitles) {
   const OrderedJson levels = viewerData(scene_, {}, 2, false)["levels"];
   ASSERT_EQ(levels.size(), 2U);
   EXPECT_EQ(levels[0]["level"], 0);
+  EXPECT_EQ(levels[1]["number"], "1");
   EXPECT_EQ(levels[1]["title"], "Level 1");
 }
 
@@ -92,6 +93,21 @@ TEST_F(ViewerDataOfAWalk, ARouteHasItsMarks) {
     EXPECT_EQ(arrow.contains("symbol"), arrow["kind"] == "levelUp") << arrow;
   }
   EXPECT_TRUE(turns) << route["arrows"];
+}
+
+TEST_F(ViewerDataOfAWalk, ARouteThatBeginsWithAChangeOfLevelHasTheLevelOfItsStart) {
+  Scene scene = scene_;
+  KorvaniTools::DrawnRoute route;
+  route.start = {0, {20, 10}, "Stairs"};
+  route.destination = {1, {30, 10}, "Archive"};
+  route.legs.push_back({1, {{20, 10}, {30, 10}}});
+  KorvaniTools::RouteChange change;
+  change.to = 1;
+  route.changes.push_back(change);
+  scene.route = route;
+  const OrderedJson data = viewerData(scene, {}, 2, false)["route"];
+  EXPECT_EQ(data["from"].dump(), "[40.0,20.0,0]");
+  EXPECT_EQ(data["levels"].dump(), "[0,1]");
 }
 
 TEST_F(ViewerDataOfAWalk, TheTimeOfARouteIsTheEngines) {

@@ -51,6 +51,7 @@ OrderedJson levelsJson(const Scene& scene, const Plotter& plot) {
   OrderedJson levels = OrderedJson::array();
   for (const SceneLevel& level : scene.levels) {
     levels.push_back({{"level", level.level},
+                      {"number", level.number},
                       {"name", level.name},
                       {"title", level.title},
                       {"home", homeJson(level, plot)}});
@@ -78,6 +79,15 @@ OrderedJson legsJson(const DrawnRoute& route, const Plotter& plot) {
   return points;
 }
 
+/// The levels on which the route is to be seen; without a step on it one may still leave it.
+OrderedJson touchedLevelsJson(const DrawnRoute& route, const Scene& scene) {
+  OrderedJson levels = OrderedJson::array();
+  for (const SceneLevel& level : scene.levels) {
+    if (route.touches(level.level)) levels.push_back(level.level);
+  }
+  return levels;
+}
+
 OrderedJson routeJson(const DrawnRoute& route, const Plotter& plot) {
   OrderedJson instructions = OrderedJson::array();
   const std::size_t count = std::min(route.instructions.size(), route.instructionSpots.size());
@@ -90,6 +100,7 @@ OrderedJson routeJson(const DrawnRoute& route, const Plotter& plot) {
           {"distance", rounded(route.distance)},
           {"time", rounded(route.travelTime)},
           {"direct", route.direct},
+          {"from", plot.at(route.start.at, route.start.level)},
           {"points", legsJson(route, plot)},
           {"instructions", std::move(instructions)}};
 }
@@ -124,7 +135,6 @@ OrderedJson routeJson(const TimelineRoute& route, const LevelNames& levels, cons
   const DrawnRoute drawn = drawnRoute(route, levels, plot.frame());
   OrderedJson json = routeJson(drawn, plot);
   json["points"] = plot.at(route.points);
-  json["from"] = plot.at(drawn.start.at, drawn.start.level);
   json["arrows"] = arrowsJson(drawn, plot);
   json["changes"] = changesJson(drawn, plot);
   return json;
@@ -201,6 +211,7 @@ OrderedJson viewerData(const Scene& scene, const std::optional<Timeline>& timeli
     data["walk"] = walkJson(*timeline, plot);
   } else if (scene.route) {
     data["route"] = routeJson(*scene.route, plot);
+    data["route"]["levels"] = touchedLevelsJson(*scene.route, scene);
   }
   return data;
 }

@@ -8,6 +8,7 @@
 #include "Import/Osm/OsmLines.hpp"
 #include "Import/Osm/OsmNames.hpp"
 #include "Import/Osm/OsmPassing.hpp"
+#include "Import/Osm/OsmPlatforms.hpp"
 #include "Import/Osm/OsmRoles.hpp"
 #include "Import/Osm/OsmShafts.hpp"
 
@@ -68,6 +69,7 @@ FloorPlan OsmPlan::make() {
   for (const OsmArea& area : extract_.areas) addArea(area);
   for (const OsmNode& node : extract_.nodes) addNode(node);
   addPassing();
+  addPlatforms(platforms_, plan_);
   addShafts(plan_, {cellNodes_, closedCells_, steps_, std::move(lifts_)});
   findStairs();
   return std::move(plan_);
@@ -105,6 +107,9 @@ void OsmPlan::addLine(const OsmWay& way) {
     }
     if (way.tags["highway"] == "steps") steps_.push_back(plan_.lines.size());
     plan_.lines.push_back(line);
+    if (auto platform = platformOf(way, plan_, plan_.lines.size() - 1)) {
+      platforms_.push_back(std::move(*platform));
+    }
   }
 }
 

@@ -8,6 +8,7 @@
 #include "FloorPlan/FloorPlan.hpp"
 #include "Import/Osm/OsmData.hpp"
 #include "Import/Osm/OsmLevels.hpp"
+#include "Import/Osm/OsmPlatforms.hpp"
 
 namespace KorvaniTools {
 
@@ -43,6 +44,7 @@ class OsmPlan {
   std::vector<std::vector<std::int64_t>> cellNodes_;  ///< of each cell, the nodes of its outline
   std::vector<PlanShaft> lifts_;                      ///< that are nodes
   std::vector<PlanLine> passing_;                     ///< over or under things, on no known level
+  std::vector<PlatformLine> platforms_;               ///< that are drawn as lines
   std::vector<std::size_t> steps_;                    ///< lines that are drawn as steps
   std::vector<bool> closedCells_;                     ///< of each cell, whether people are kept out
 };

@@ -45,8 +45,10 @@ bool isFloor(const OsmTags& tags) {
          (area && isIndoor(tags) && !tags.has("highway"));
 }
 
-bool isWalkingLine(const OsmTags& tags) {
-  return isWalkable(tags) || tags.is("indoor", {"pathway", "corridor"});
+/// The line of a platform is where people wait; its outline is not.
+bool isWalkingLine(const OsmTags& tags, bool closed) {
+  return isWalkable(tags) || tags.is("indoor", {"pathway", "corridor"}) ||
+         (!closed && isPlatform(tags));
 }
 
 }  // namespace
@@ -108,7 +110,7 @@ WayRole roleOf(const OsmTags& tags, bool closed) {
   if (tags["indoor"] == "wall") return WayRole::wall;
   if (tags["indoor"] == "level") return WayRole::levelOutline;
   if (closed && isFloor(tags)) return WayRole::cell;
-  if (isWalkingLine(tags)) return tags["foot"] == "no" ? WayRole::none : WayRole::line;
+  if (isWalkingLine(tags, closed)) return tags["foot"] == "no" ? WayRole::none : WayRole::line;
   if (isBarrierLine(tags) && isPart(tags)) return WayRole::wall;
   if (!closed && isDoor(tags)) return WayRole::door;
   if (isPart(tags) && tags.has("name") && tags.is("tourism", {"artwork", "attraction"})) {

@@ -53,6 +53,62 @@ TEST(OsmLines, AreWaysForPeople) {
   EXPECT_FALSE(hasLines({{"railway", "rail"}, {"level", "0"}}));
 }
 
+TEST(OsmLines, OfPlatformsArePlacesHalfway) {
+  const TagList tags{{"railway", "platform"}, {"level", "1"}, {"ref", "3; 4"}};
+  OsmDrawing map({"a-------b"});
+  map.way("ab", tags);
+  const FloorPlan plan = planOf(map);
+  ASSERT_THAT(plan.lines, SizeIs(1));
+  EXPECT_EQ(plan.lines[0].kind, ConnectionKind::path);
+  ASSERT_THAT(plan.lines[0].vertices, SizeIs(3));
+  ASSERT_THAT(plan.places, SizeIs(1));
+  EXPECT_EQ(plan.places[0].name, "Platform 3/4");
+  EXPECT_EQ(plan.places[0].source, "way/1");
+  EXPECT_EQ(plan.places[0].levels, PlanLevelSet{1});
+  EXPECT_EQ(plan.places[0].coordinate, plan.lines[0].vertices[1].coordinate);
+  EXPECT_NEAR(plan.places[0].coordinate.longitude,
+              (map.at('a').longitude + map.at('b').longitude) / 2, 1e-9);
+}
+
+TEST(OsmLines, OfPlatformsArePlacesAtACornerThatIsHalfway) {
+  OsmDrawing map({"a---b---c"});
+  map.way("abc", {{"public_transport", "platform"}, {"level", "0"}, {"name", "North"}});
+  const FloorPlan plan = planOf(map);
+  ASSERT_THAT(plan.lines, SizeIs(1));
+  EXPECT_THAT(plan.lines[0].vertices, SizeIs(3));
+  ASSERT_THAT(plan.places, SizeIs(1));
+  EXPECT_EQ(plan.places[0].coordinate, map.at('b'));
+}
+
+TEST(OsmLines, OfPlatformsHaveACornerWhereStairsEndBesideThem) {
+  OsmDrawing map({"a--s----b", "   |     ", "   t--u--"});
+  map.way("ab", {{"railway", "platform"}, {"level", "1"}});
+  map.way("st", {{"highway", "steps"}, {"level", "0;1"}});
+  map.way("tu", {{"highway", "footway"}, {"level", "0"}});
+  const FloorPlan plan = planOf(map);
+  ASSERT_THAT(plan.lines, SizeIs(3));
+  ASSERT_THAT(plan.lines[0].vertices, SizeIs(3));
+  EXPECT_EQ(plan.lines[0].vertices[1].node, 's');
+}
+
+TEST(OsmLines, OfPlatformsHaveNoCornerWhereStairsBelowThemEnd) {
+  OsmDrawing map({"a--s--t--u--b", "   |         ", "   v         "});
+  map.way("asb", {{"railway", "platform"}, {"level", "1"}});
+  map.way("st", {{"highway", "steps"}, {"level", "0;1"}});
+  map.way("uv", {{"highway", "steps"}, {"level", "0;1"}});
+  map.way("uv", {{"highway", "footway"}, {"level", "0"}});
+  EXPECT_THAT(planOf(map).lines.at(0).vertices, SizeIs(3)) << "used elsewhere, or below";
+}
+
+TEST(OsmLines, OfPlatformsWithoutANameAreWaysOnly) {
+  OsmDrawing map({"a---b---c"});
+  map.way("abc", {{"railway", "platform"}, {"level", "0"}});
+  const FloorPlan plan = planOf(map);
+  ASSERT_THAT(plan.lines, SizeIs(1));
+  EXPECT_THAT(plan.lines[0].vertices, SizeIs(3));
+  EXPECT_THAT(plan.places, IsEmpty());
+}
+
 TEST(OsmLines, AreNotWaysThatAreClosedToPeople) {
   EXPECT_FALSE(hasLines({{"highway", "footway"}, {"level", "0"}, {"foot", "no"}}));
   EXPECT_FALSE(hasLines({{"highway", "footway"}, {"level", "0"}, {"access", "private"}}));

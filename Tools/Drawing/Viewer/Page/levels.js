@@ -24,8 +24,8 @@ class Levels {
 
   fillSwitch() {
     const highestFirst = [...data.levels].reverse();
-    for (const { level, name, title } of highestFirst) {
-      const button = element('button', { type: 'button', title, 'aria-label': title, 'data-level': level }, shortName(level, name));
+    for (const { level, number, name, title } of highestFirst) {
+      const button = element('button', { type: 'button', title, 'aria-label': title, 'data-level': level }, shortName(number, name));
       button.addEventListener('click', () => this.show(level, true));
       this.buttons.set(level, button);
       byId('level-switch').append(button);
@@ -110,9 +110,9 @@ class Levels {
 }
 
 /** What is shown from some scale on, or unless other marks lie upon it. The badges that say where
- *  the route goes on are worth their place at every scale. */
+ *  the route goes on, and the names of its ends, are worth their place at every scale. */
 function labelsOf(group) {
-  return [...group.querySelectorAll(':scope > .label, :scope > [data-zoom]:not(.badge)')].map((label) => ({
+  return [...group.querySelectorAll(':scope > .label:not(.end), :scope > [data-zoom]:not(.badge)')].map((label) => ({
     element: label, zoom: Number(label.dataset.zoom ?? 1), shown: true, isText: label.classList.contains('label'), ...positionOf(label),
   }));
 }
@@ -130,6 +130,6 @@ function boxOf(label) {
 }
 
 /** What a button has room for: a short name, or the number. */
-function shortName(level, name) {
-  return name && [...name].length <= 3 ? name : String(level);
+function shortName(number, name) {
+  return name && [...name].length <= 3 ? name : number;
 }

@@ -259,9 +259,9 @@ function levelChanged(level, byPerson) {
   showChevrons();
 }
 
-/** The level to begin with: the route's, or the one with anything on it that is nearest to the ground. */
+/** The level to begin with: where the route starts, or the one with anything on it that is nearest to the ground. */
 function firstLevel() {
-  if (data.route?.points.length > 0) return data.route.points[0][2];
+  if (data.route && levels.has(data.route.from[2])) return data.route.from[2];
   const furnished = data.levels.filter(({ home }) => home !== null);
   const numbers = (furnished.length > 0 ? furnished : data.levels).map((each) => each.level);
   return numbers.sort((a, b) => Math.abs(a) - Math.abs(b) || b - a)[0];
@@ -303,7 +303,7 @@ function start() {
   if (!guided) viewport.home = worthSeeing(levels.current);
   measureInsets();
   viewport.open();
-  comeNear(walk ? personAt(walk.at(0)) : data.route?.points[0]);
+  comeNear(walk ? personAt(walk.at(0)) : data.route?.from);
 }
 
 /** On small screens the whole building says little; the beginning of the way says more. */
@@ -314,7 +314,7 @@ function comeNear(position) {
 
 function showRoute(route) {
   instructions.show(route);
-  levels.markRoute(new Set(route.points.map(([, , level]) => level)));
+  levels.markRoute(new Set(route.levels));
   showChevrons();
 }
 

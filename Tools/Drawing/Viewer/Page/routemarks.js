@@ -33,9 +33,10 @@ class RouteMarks {
     if (text === this.shown) return;
     this.shown = text;
     const { start, arrows, leaving, arriving, end } = marks;
+    const isAroundDisc = start !== null && leaving.some(({ leaves }) => Math.hypot(leaves[0] - start[0], leaves[1] - start[1]) < 0.5 * data.pixelsPerMetre);
     this.arrows.replaceChildren(...arrows.filter(({ symbol }) => !symbol).map(dartMark));
     this.above.replaceChildren(
-      ...(start ? [startMark(start)] : []),
+      ...(start ? [startMark(start, isAroundDisc)] : []),
       ...arriving.map(({ arrives, symbol }) => discMark('change arrival', arrives, symbol, 9)),
       ...arrows.filter(({ symbol }) => symbol).map(({ at, symbol, text }) => discMark('arrow', at, symbol, 9, text)),
       ...leaving.map(({ leaves, symbol }) => discMark('change', leaves, symbol, 11)),
@@ -45,7 +46,7 @@ class RouteMarks {
       ...badges,
       ...leaving.map(({ leaves }) => coverOf(leaves, -12, -12, 12, 12)),
       ...arriving.map(({ arrives }) => coverOf(arrives, -10, -10, 10, 10)),
-      ...(start ? [coverOf(start, -10, -10, 10, 10)] : []),
+      ...(start ? [coverOf(start, ...(isAroundDisc ? [-18, -18, 18, 18] : [-10, -10, 10, 10]))] : []),
       ...(end ? [coverOf(end, -12, -31, 12, 2)] : []),
     ]);
   }
@@ -83,8 +84,10 @@ function discMark(className, [x, y], symbol, radius, text) {
   return mark;
 }
 
-function startMark([x, y]) {
-  return fixedMark('start', x, y, drawn('circle', { class: 'ring', r: 7 }), drawn('circle', { r: 6.5 }));
+/** @param isAroundDisc whether a disc that stands there is to show within the ring */
+function startMark([x, y], isAroundDisc = false) {
+  const beside = isAroundDisc ? 8 : 0;
+  return fixedMark('start', x, y, drawn('circle', { class: 'ring', r: 7 + beside }), drawn('circle', { r: 6.5 + beside }));
 }
 
 function destinationMark([x, y]) {
