@@ -10,6 +10,20 @@ namespace {
 
 using namespace KorvaniTools;
 
+/// A closed outline around the origin whose corners take turns in their distance from it, in
+/// metres; a circle when both are alike.
+GroundLine starOf(int corners, double inner, double outer) {
+  GroundLine ring;
+  ring.reserve(static_cast<std::size_t>(corners) + 1);
+  for (int i = 0; i < corners; ++i) {
+    const double angle = i * 2 * 3.14159265358979 / corners;
+    const double radius = i % 2 == 0 ? inner : outer;
+    ring.push_back({radius * std::cos(angle), radius * std::sin(angle)});
+  }
+  ring.push_back(ring.front());
+  return ring;
+}
+
 TEST(HostilePlans, AnEmptyPlanIsAnEmptyBuilding) {
   const Made made = Drawing().make();
   EXPECT_TRUE(made.building.nodes.empty());
@@ -131,12 +145,7 @@ TEST(HostilePlans, AThousandDoorsOfOneHallAreJoined) {
 
 TEST(HostilePlans, ACircleOfThousandsOfCornersIsARoom) {
   Drawing drawing;
-  GroundLine ring;
-  for (int i = 0; i < 5000; ++i) {
-    const double angle = i * 2 * 3.14159265358979 / 5000;
-    ring.push_back({50 * std::cos(angle), 50 * std::sin(angle)});
-  }
-  ring.push_back(ring.front());
+  const GroundLine ring = starOf(5000, 50, 50);
   drawing.room("round", ring);
   drawing.door("door", {{50, 0}});
   drawing.door("door", {{-50, 0}});
@@ -145,13 +154,7 @@ TEST(HostilePlans, ACircleOfThousandsOfCornersIsARoom) {
 
 TEST(HostilePlans, AStarOfThousandsOfSpikesCostsOnlyItself) {
   Drawing drawing;
-  GroundLine ring;
-  for (int i = 0; i < 20000; ++i) {
-    const double angle = i * 2 * 3.14159265358979 / 20000;
-    const double radius = i % 2 == 0 ? 5 : 25;
-    ring.push_back({radius * std::cos(angle), radius * std::sin(angle)});
-  }
-  ring.push_back(ring.front());
+  const GroundLine ring = starOf(20000, 5, 25);
   drawing.area("way/star", ring);
   drawing.room("way/room", box(40, 0, 44, 4));
   drawing.door("door", {{42, 0}});
@@ -163,12 +166,7 @@ TEST(HostilePlans, AStarOfThousandsOfSpikesCostsOnlyItself) {
 
 TEST(HostilePlans, ARoundOutlineKeepsAsManyCornersAsAreOfUse) {
   Drawing drawing;
-  GroundLine ring;
-  for (int i = 0; i < 30000; ++i) {
-    const double angle = i * 2 * 3.14159265358979 / 30000;
-    ring.push_back({10 * std::cos(angle), 10 * std::sin(angle)});
-  }
-  ring.push_back(ring.front());
+  const GroundLine ring = starOf(30000, 10, 10);
   drawing.room("way/round", ring);
   drawing.door("door", {{10, 0}});
   const Made made = drawing.make();
