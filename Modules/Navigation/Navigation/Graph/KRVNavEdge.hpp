@@ -17,6 +17,7 @@
 #include <optional>
 #include <string>
 
+#include "Navigation/Graph/WatchFlag.hpp"
 #include "Platform/Export.hpp"
 
 namespace KorvaniNavigation {
@@ -49,15 +50,15 @@ class KORVANI_API KRVNavEdge {
 
   /// Length in metres, as path finding counts it.
   double distance() const { return distance_; }
-  void setDistance(double distance) { distance_ = distance; }
+  void setDistance(double distance);
 
   /// The factor that path finders apply to the distance; 1 is plain walking.
   double multiplicator() const { return multiplicator_; }
-  void setMultiplicator(double multiplicator) { multiplicator_ = multiplicator; }
+  void setMultiplicator(double multiplicator);
 
   /// Whether a barrier-free route may use the edge.
   bool isBarrierFree() const { return isBarrierFree_; }
-  void setIsBarrierFree(bool isBarrierFree) { isBarrierFree_ = isBarrierFree; }
+  void setIsBarrierFree(bool isBarrierFree);
 
   /// What kind of way the map data calls it ("stairs", "elevator", ...); absent when it does not
   /// say. The module hands it on and never looks into it.
@@ -65,11 +66,14 @@ class KORVANI_API KRVNavEdge {
   void setType(std::optional<std::string> type);
 
  private:
+  friend struct GraphAccess;
+
   std::shared_ptr<KRVNavPoint> start_;
   std::shared_ptr<KRVNavPoint> end_;
   double distance_ = 0;
   double multiplicator_ = 1;
   bool isBarrierFree_ = true;
+  WatchFlag isWatched_;
   std::optional<std::string> type_;
 };
 

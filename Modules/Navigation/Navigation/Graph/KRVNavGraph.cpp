@@ -8,7 +8,11 @@
 
 namespace KorvaniNavigation {
 
-KRVNavGraph::KRVNavGraph() = default;
+KRVNavGraph::KRVNavGraph() : revision_(std::make_shared<KorvaniCommon::Revision>()) {
+  regions_.reportTo(revision_);
+  edges_.reportTo(revision_);
+  nodes_.reportTo(revision_);
+}
 
 KRVNavGraph::~KRVNavGraph() = default;
 

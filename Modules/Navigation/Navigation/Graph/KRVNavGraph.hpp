@@ -29,6 +29,8 @@
 #include <optional>
 #include <vector>
 
+#include "Common/CountedArray.hpp"
+#include "Common/CountedDictionary.hpp"
 #include "Navigation/Names.hpp"
 #include "Platform/Export.hpp"
 
@@ -40,13 +42,13 @@ class KRVNavRegion;
 
 class KORVANI_API KRVNavGraph : public std::enable_shared_from_this<KRVNavGraph> {
  public:
-  using Regions = std::vector<std::shared_ptr<KRVNavRegion>>;
+  using Regions = KorvaniCommon::CountedArray<std::shared_ptr<KRVNavRegion>>;
   /// The edges that start at one node, by the identifierNumber of the node where they end.
-  using EdgeRow = OrderedDictionary<std::int64_t, std::shared_ptr<KRVNavEdge>>;
+  using EdgeRow = KorvaniCommon::CountedDictionary<std::int64_t, std::shared_ptr<KRVNavEdge>>;
   /// The rows, by the identifierNumber of the node where their edges start.
-  using Edges = OrderedDictionary<std::int64_t, EdgeRow>;
+  using Edges = KorvaniCommon::CountedDictionary<std::int64_t, EdgeRow>;
   /// Points by their identifierNumber.
-  using Nodes = OrderedDictionary<std::int64_t, std::shared_ptr<KRVNavPoint>>;
+  using Nodes = KorvaniCommon::CountedDictionary<std::int64_t, std::shared_ptr<KRVNavPoint>>;
 
   /// An empty graph.
   KRVNavGraph();
@@ -99,9 +101,13 @@ class KORVANI_API KRVNavGraph : public std::enable_shared_from_this<KRVNavGraph>
   void add(const std::shared_ptr<KRVNavRegion>& region);
 
  private:
+  friend struct GraphAccess;
+
   Regions regions_;
   Edges edges_;
   Nodes nodes_;
+  std::shared_ptr<KorvaniCommon::Revision> revision_;
+  KorvaniCommon::Derived derived_;
 };
 
 }  // namespace KorvaniNavigation

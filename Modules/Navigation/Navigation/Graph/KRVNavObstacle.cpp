@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "Navigation/Graph/GraphAccess.hpp"
+
 namespace KorvaniNavigation {
 
 KRVNavObstacle::KRVNavObstacle(std::vector<CLLocationCoordinate2D> coordinates)
@@ -15,6 +17,7 @@ KRVNavObstacle::~KRVNavObstacle() = default;
 
 void KRVNavObstacle::setCoordinates(std::vector<CLLocationCoordinate2D> coordinates) {
   coordinates_ = std::move(coordinates);
+  isWatched_.changed(graphChanges().obstacles);
 }
 
 CLLocationCoordinate2D KRVNavObstacle::coordinateAt(std::int64_t index) const {

@@ -17,6 +17,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "Navigation/Graph/WatchFlag.hpp"
 #include "Navigation/Names.hpp"
 #include "Platform/Export.hpp"
 
@@ -56,9 +57,12 @@ class KORVANI_API KRVNavObstacle {
   bool isEqual(const KRVNavObstacle& other) const;
 
  private:
+  friend struct GraphAccess;
+
   std::vector<CLLocationCoordinate2D> coordinates_;
   std::int64_t strength_;
   bool hasStrength_;
+  WatchFlag isWatched_;
 };
 
 /// The same as isEqual: whether both are one object.

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <utility>
 
+#include "Navigation/Graph/GraphAccess.hpp"
 #include "Navigation/Graph/GraphSettings.hpp"
 #include "Navigation/Graph/KRVNavEdge.hpp"
 #include "Navigation/Graph/KRVNavGraph.hpp"
@@ -41,6 +42,26 @@ KRVNavPoint::KRVNavPoint(CLLocationCoordinate2D coordinate, std::int64_t level,
 
 KRVNavPoint::~KRVNavPoint() = default;
 
+void KRVNavPoint::setIdentifier(std::int64_t identifier) {
+  identifier_ = identifier;
+  isWatched_.changed(graphChanges().points);
+}
+
+void KRVNavPoint::setIdentifierNumber(std::int64_t number) {
+  identifierNumber_.store(number);
+  isWatched_.changed(graphChanges().points);
+}
+
+void KRVNavPoint::setCoordinate(CLLocationCoordinate2D coordinate) {
+  coordinate_ = coordinate;
+  isWatched_.changed(graphChanges().points);
+}
+
+void KRVNavPoint::setLevel(std::int64_t level) {
+  level_ = level;
+  isWatched_.changed(graphChanges().points);
+}
+
 CLLocation KRVNavPoint::location() const { return readGuarded(this, location_); }
 
 void KRVNavPoint::setLocation(CLLocation location) { writeGuarded(this, location_, location); }
@@ -51,6 +72,7 @@ std::shared_ptr<KRVNavRegion> KRVNavPoint::region() const {
 
 void KRVNavPoint::setRegion(const std::shared_ptr<KRVNavRegion>& region) {
   writeGuarded(this, region_, std::weak_ptr<KRVNavRegion>(region));
+  isWatched_.changed(graphChanges().points);
 }
 
 std::vector<std::shared_ptr<KRVNavEdge>> KRVNavPoint::neighbourEdges() const {

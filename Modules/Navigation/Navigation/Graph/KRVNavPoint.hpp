@@ -28,6 +28,7 @@
 #include <memory>
 #include <vector>
 
+#include "Navigation/Graph/WatchFlag.hpp"
 #include "Navigation/Names.hpp"
 #include "Platform/Export.hpp"
 
@@ -51,20 +52,20 @@ class KORVANI_API KRVNavPoint : public std::enable_shared_from_this<KRVNavPoint>
 
   /// The node's number in the graph; -1 for a point made without one.
   std::int64_t identifier() const { return identifier_; }
-  void setIdentifier(std::int64_t identifier) { identifier_ = identifier; }
+  void setIdentifier(std::int64_t identifier);
 
   /// The same number as the key under which graphs and regions file the point. Equal to
   /// identifier() unless a host sets one without the other.
   std::int64_t identifierNumber() const { return identifierNumber_.load(); }
-  void setIdentifierNumber(std::int64_t number) { identifierNumber_.store(number); }
+  void setIdentifierNumber(std::int64_t number);
 
   /// Position in degrees.
   CLLocationCoordinate2D coordinate() const { return coordinate_; }
-  void setCoordinate(CLLocationCoordinate2D coordinate) { coordinate_ = coordinate; }
+  void setCoordinate(CLLocationCoordinate2D coordinate);
 
   /// The floor.
   std::int64_t level() const { return level_; }
-  void setLevel(std::int64_t level) { level_ = level; }
+  void setLevel(std::int64_t level);
 
   /// The location that distances are measured from. It is made once, by the constructor: changing
   /// coordinate or level afterwards does not move it.
@@ -102,10 +103,14 @@ class KORVANI_API KRVNavPoint : public std::enable_shared_from_this<KRVNavPoint>
   std::size_t hash() const;
 
  private:
+  friend struct GraphAccess;
+
   std::int64_t identifier_;
   std::atomic<std::int64_t> identifierNumber_;
   CLLocationCoordinate2D coordinate_;
   std::int64_t level_;
+  WatchFlag isWatched_;
+  mutable std::atomic<std::uint32_t> place_{0xFFFFFFFF};  // in the graph's compiled form
   CLLocation location_;
   std::weak_ptr<KRVNavRegion> region_;
 };

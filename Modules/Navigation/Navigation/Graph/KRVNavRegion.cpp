@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Navigation/Graph/GraphAccess.hpp"
 #include "Navigation/Graph/KRVNavGraph.hpp"
 #include "Navigation/Graph/KRVNavObstacle.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
@@ -9,7 +10,10 @@
 
 namespace KorvaniNavigation {
 
-KRVNavRegion::KRVNavRegion(std::int64_t level) : level_(level) {}
+KRVNavRegion::KRVNavRegion(std::int64_t level)
+    : level_(level), nodesRevision_(std::make_shared<Revision>()) {
+  nodes_.reportTo(nodesRevision_);
+}
 
 KRVNavRegion::~KRVNavRegion() = default;
 
@@ -23,6 +27,7 @@ std::shared_ptr<KRVNavGraph> KRVNavRegion::graph() const {
 
 void KRVNavRegion::setGraph(const std::shared_ptr<KRVNavGraph>& graph) {
   writeGuarded(this, graph_, std::weak_ptr<KRVNavGraph>(graph));
+  isWatched_.changed(graphChanges().regions);
 }
 
 void KRVNavRegion::addNode(const std::shared_ptr<KRVNavPoint>& point) {

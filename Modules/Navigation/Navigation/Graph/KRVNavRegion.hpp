@@ -21,8 +21,10 @@
 
 #include <cstdint>
 #include <memory>
-#include <vector>
 
+#include "Common/CountedArray.hpp"
+#include "Common/CountedDictionary.hpp"
+#include "Navigation/Graph/WatchFlag.hpp"
 #include "Navigation/Names.hpp"
 #include "Platform/Export.hpp"
 
@@ -35,8 +37,8 @@ class KRVNavPoint;
 class KORVANI_API KRVNavRegion : public std::enable_shared_from_this<KRVNavRegion> {
  public:
   /// Points by their identifierNumber, in the order in which they were first added.
-  using Nodes = OrderedDictionary<std::int64_t, std::shared_ptr<KRVNavPoint>>;
-  using Obstacles = std::vector<std::shared_ptr<KRVNavObstacle>>;
+  using Nodes = KorvaniCommon::CountedDictionary<std::int64_t, std::shared_ptr<KRVNavPoint>>;
+  using Obstacles = KorvaniCommon::CountedArray<std::shared_ptr<KRVNavObstacle>>;
 
   /// An empty region of that level, of no graph, both corners at (0, 0).
   explicit KRVNavRegion(std::int64_t level);
@@ -80,12 +82,17 @@ class KORVANI_API KRVNavRegion : public std::enable_shared_from_this<KRVNavRegio
   void addObstacle(std::shared_ptr<KRVNavObstacle> obstacle);
 
  private:
+  friend struct GraphAccess;
+
   Nodes nodes_;
   Obstacles obstacles_;
   std::int64_t level_;
   CLLocationCoordinate2D northEastCoordinate_;
   CLLocationCoordinate2D southWestCoordinate_;
   std::weak_ptr<KRVNavGraph> graph_;
+  std::shared_ptr<KorvaniCommon::Revision> nodesRevision_;
+  WatchFlag isWatched_;
+  KorvaniCommon::Derived derived_;
 };
 
 }  // namespace KorvaniNavigation

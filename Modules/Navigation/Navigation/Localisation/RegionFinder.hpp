@@ -2,8 +2,8 @@
 
 #include <cstdint>
 #include <memory>
-#include <vector>
 
+#include "Common/CountedArray.hpp"
 #include "Common/Guarded.hpp"
 #include "Navigation/Names.hpp"
 #include "Platform/Export.hpp"
@@ -32,7 +32,7 @@ class KRVNavRegion;
 /// Thread safety: all members may be called from any thread; the list is replaced whole.
 class KORVANI_API RegionFinder : public std::enable_shared_from_this<RegionFinder> {
  public:
-  using Regions = std::vector<std::shared_ptr<KRVNavRegion>>;
+  using Regions = KorvaniCommon::CountedArray<std::shared_ptr<KRVNavRegion>>;
 
   /// A finder with an empty list; call `updateRegions()` next.
   explicit RegionFinder(std::weak_ptr<ConfigDependents> configDependents);

@@ -1,0 +1,75 @@
+#pragma once
+
+// Internal. What lets forms compiled from a graph be kept until the graph changes.
+//
+// A form is made from many objects, and is right as long as none of them changes. Containers of the
+// graph count their changes themselves. Points, edges, obstacles and regions are too many to be
+// asked one by one, and many of them belong to no graph at all (positions, routes), so whoever
+// compiles a form watches the objects it reads: from then on their setters stamp one revision for
+// the whole process, one for each kind of change.
+//
+//   const RevisionStamp stamp = GraphAccess::structureStamp(graph);   // first the stamp,
+//   GraphAccess::watch(*edge);                                        // then watch,
+//   use(edge->end());                                                 // then read
+//
+// In this order no change is missed, whichever thread makes it: it is either seen by the reading or
+// stamped after the stamp was taken.
+//
+// Thread safety: any thread at any time.
+
+#include <cstdint>
+
+#include "Common/Derived.hpp"
+#include "Common/Revision.hpp"
+
+namespace KorvaniNavigation {
+
+class KRVNavEdge;
+class KRVNavGraph;
+class KRVNavObstacle;
+class KRVNavPoint;
+class KRVNavRegion;
+
+using KorvaniCommon::Derived;
+using KorvaniCommon::Revision;
+using KorvaniCommon::RevisionStamp;
+
+// Kinds of change of watched objects.
+struct GraphChanges {
+  Revision points;     // a point's numbers, coordinate, level or region
+  Revision regions;    // a region's graph
+  Revision edgeEnds;   // an edge's start or end
+  Revision edgeCosts;  // an edge's distance, multiplicator or barrier-freeness
+  Revision obstacles;  // an obstacle's coordinates
+};
+
+// The process's own; never destroyed.
+GraphChanges& graphChanges();
+
+struct GraphAccess {
+  static void watch(const KRVNavEdge& edge);
+  static void watch(const KRVNavObstacle& obstacle);
+  static void watch(const KRVNavPoint& point);
+  static void watch(const KRVNavRegion& region);
+
+  // The number under which the point stands in what was compiled last from its graph; kNoPlace
+  // before. A hint that saves a look-up: whoever takes it checks it.
+  static constexpr std::uint32_t kNoPlace = 0xFFFFFFFF;
+  static std::uint32_t place(const KRVNavPoint& point);
+  static void setPlace(const KRVNavPoint& point, std::uint32_t place);
+
+  // Where forms compiled from the object are kept.
+  static const Derived& derivedOf(const KRVNavGraph& graph);
+  static const Derived& derivedOf(const KRVNavRegion& region);
+
+  // When the graph last changed which nodes there are and which edges join them.
+  static RevisionStamp structureStamp(const KRVNavGraph& graph);
+  // The same, or what an edge of it costs.
+  static RevisionStamp costStamp(const KRVNavGraph& graph);
+  // When the region last changed which nodes it has and where they are.
+  static RevisionStamp nodesStamp(const KRVNavRegion& region);
+  // When an obstacle last changed its coordinates.
+  static RevisionStamp obstaclesStamp();
+};
+
+}  // namespace KorvaniNavigation
