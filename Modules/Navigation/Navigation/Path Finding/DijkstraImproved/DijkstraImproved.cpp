@@ -1,107 +1,112 @@
 #include "Navigation/Path Finding/DijkstraImproved/DijkstraImproved.hpp"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <utility>
 
-#include "Navigation/Graph/KRVNavEdge.hpp"
+#include "Navigation/Graph/KRVNavGraph.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
+#include "Navigation/Graph/KRVNavRegion.hpp"
+#include "Navigation/Path Finding/CompiledGraph.hpp"
+#include "Navigation/Path Finding/DijkstraImproved/ArraySearch.hpp"
+#include "Navigation/Path Finding/DijkstraImproved/PointSet.hpp"
+#include "Navigation/Path Finding/DijkstraImproved/WaveLabels.hpp"
 #include "Platform/FatalError.hpp"
 
 namespace KorvaniNavigation {
 
-// The points that a wave improves, each once however many edges improve it.
-struct DijkstraImproved::Wave {
-  Points points;
-  PointSet members;
+namespace {
 
-  void add(const std::shared_ptr<KRVNavPoint>& point) {
-    if (members.insert(*point)) points.push_back(point);
-  }
-};
+PointSet setOf(const DijkstraImproved::Points& points) {
+  PointSet set;
+  for (const auto& point : points) set.insert(*point);
+  return set;
+}
+
+}  // namespace
 
 DijkstraImproved::DijkstraImproved(std::weak_ptr<ConfigDependents> configDependents)
-    : configDependents_(std::move(configDependents)) {}
+    : configDependents_(std::move(configDependents)), labels_(std::make_unique<WaveLabels>()) {}
 
 DijkstraImproved::DijkstraImproved() { KORVANI_FATAL("Should not use"); }
 
 DijkstraImproved::~DijkstraImproved() = default;
 
 DijkstraImproved::Points DijkstraImproved::findPathInGraph(
-    const std::shared_ptr<KRVNavGraph>& graph, const Points& fromIntersections,
+    const std::shared_ptr<KRVNavGraph>& /*graph*/, const Points& fromIntersections,
     const std::vector<double>& withIntersectionDistances, const Points& toDestinationNodes,
     bool /*lookForBarrierFreeRoute*/) {
   benchmark_ = KorvaniCommon::Benchmark::start();
-  setTargets(toDestinationNodes);
-  destination_ = nullptr;
-  for (std::size_t i = 0; i < fromIntersections.size(); ++i) {
-    if (i >= withIntersectionDistances.size()) KORVANI_FATAL("Start point without distance");
-    addStart(fromIntersections[i], withIntersectionDistances[i]);
+  if (fromIntersections.size() > withIntersectionDistances.size()) {
+    KORVANI_FATAL("Start point without distance");
   }
-  if (!interrupted()) runWaves(graph);
-  if (!bestPath_) return {};
-  Points way = spelledOut(*bestPath_).nodes;
-  if (!way.empty()) destination_ = way.back();
-  return way;
+  // What is gone on from belongs to the destinations that it was found for.
+  if (inArrays_) labels();
+  destinationNodes_ = toDestinationNodes;
+  destination_ = nullptr;
+  if (searchInArrays(fromIntersections, withIntersectionDistances)) {
+    Points way = inArrays_->points();
+    if (!way.empty()) destination_ = way.back();
+    return way;
+  }
+  searchObjects(fromIntersections, withIntersectionDistances);
+  auto path = labels_->bestPath();
+  if (!path) return {};
+  destination_ = path->nodes.back();
+  return std::move(path->nodes);
 }
 
-// An interruption between two waves is for the next one to see: it gives up. Stopping here instead
-// would hand out a best path that need not be the cheapest.
-void DijkstraImproved::runWaves(const std::shared_ptr<KRVNavGraph>& graph) {
-  while (!nodesToCheck_.empty()) iteration(graph);
+bool DijkstraImproved::searchInArrays(const Points& starts, const std::vector<double>& distances) {
+  if (!labels_->isEmpty() || interrupted()) return false;
+  inArrays_ = ArraySearch::prepare(starts, distances, destinationNodes_, lookForBarrierFreeRoute_);
+  if (!inArrays_) return false;
+  inArrays_->run(interrupted_);
+  return true;
+}
+
+void DijkstraImproved::searchObjects(const Points& starts, const std::vector<double>& distances) {
+  for (std::size_t i = 0; i < starts.size(); ++i) labels_->addStart(starts[i], distances[i]);
+  if (interrupted()) return;
+  const PointSet destinations = setOf(destinationNodes_);
+  labels_->run({destinations, lookForBarrierFreeRoute_, interrupted_});
+}
+
+/// The labels, those of the latest search included.
+WaveLabels& DijkstraImproved::labels() const {
+  if (inArrays_) {
+    const std::atomic<bool> never{false};
+    const PointSet destinations = setOf(destinationNodes_);
+    for (std::size_t i = 0; i < inArrays_->starts.size(); ++i) {
+      const StartNode& start = inArrays_->starts[i];
+      labels_->addStart(inArrays_->compiled->structure().points()[start.node], start.distance);
+    }
+    if (inArrays_->wasInterrupted) {
+      labels_->forgetWaiting();
+    } else {
+      labels_->run({destinations, inArrays_->barrierFree, never, inArrays_->compiled.get()});
+    }
+    inArrays_.reset();
+  }
+  return *labels_;
 }
 
 void DijkstraImproved::iteration(const std::shared_ptr<KRVNavGraph>& /*with*/) {
-  Wave next;
-  for (const auto& point : nodesToCheck_) {
-    if (interrupted()) break;
-    if (!isDestination(*point)) expand(*point, next);
-  }
-  if (interrupted()) {
-    giveUp();
-  } else {
-    nodesToCheck_ = std::move(next.points);
-  }
-}
-
-void DijkstraImproved::giveUp() {
-  bestPath_.reset();
-  nodesToCheck_.clear();
-}
-
-void DijkstraImproved::expand(const KRVNavPoint& point, Wave& next) {
-  for (const auto& edge : point.neighbourEdges()) {
-    if (interrupted()) return;
-    relax(point, *edge, next);
-  }
-}
-
-void DijkstraImproved::relax(const KRVNavPoint& point, const KRVNavEdge& edge, Wave& next) {
-  if (lookForBarrierFreeRoute_ && !edge.isBarrierFree()) return;
-  const std::shared_ptr<KRVNavPoint> end = edge.end();
-  if (!end) KORVANI_FATAL("an edge of the graph has no end node");
-  const std::optional<PathIndex> old = find(*end);
-  const std::optional<PathIndex> current = find(point);
-  if (!current) KORVANI_FATAL("Point to check without label");
-  const double distance = edge.multiplicator() * edge.distance() + paths_[*current].distance;
-  if (old && !(distance < paths_[*old].distance)) return;  // written so that NaN never improves
-  next.add(end);
-  const PathIndex candidate = appendPath({end, current, distance});
-  if (!isDestination(*end)) return;
-  if (!bestPath_ || distance < paths_[*bestPath_].distance) bestPath_ = candidate;
+  const PointSet destinations = setOf(destinationNodes_);
+  labels().wave({destinations, lookForBarrierFreeRoute_, interrupted_});
 }
 
 bool DijkstraImproved::isDestination(const KRVNavPoint& node) const {
-  return destinationSet_.contains(node);
+  return std::any_of(destinationNodes_.begin(), destinationNodes_.end(),
+                     [&](const auto& destination) { return node.isEqual(*destination); });
 }
 
 void DijkstraImproved::interrupt() { interrupted_.store(true); }
 
 void DijkstraImproved::restart() {
   interrupted_.store(false);
-  pathStore_.clear();
-  nodesToCheck_.clear();
-  bestPath_.reset();
-  paths_.clear();  // last: keys of the store are addresses of points that these entries hold
+  inArrays_.reset();
+  labels_->clear();
 }
 
 void DijkstraImproved::setDestination(std::shared_ptr<KRVNavPoint> destination) {
@@ -109,48 +114,16 @@ void DijkstraImproved::setDestination(std::shared_ptr<KRVNavPoint> destination) 
 }
 
 std::optional<DijkstraImproved::Path> DijkstraImproved::bestPath() const {
-  if (!bestPath_) return std::nullopt;
-  return spelledOut(*bestPath_);
+  if (inArrays_) return inArrays_->bestPath();
+  return labels_->bestPath();
 }
 
 std::optional<DijkstraImproved::Path> DijkstraImproved::pathTo(const KRVNavPoint& point) const {
-  const std::optional<PathIndex> index = find(point);
-  if (!index) return std::nullopt;
-  return spelledOut(*index);
+  return labels().pathTo(point);
 }
 
-void DijkstraImproved::setTargets(const Points& destinationNodes) {
-  destinationNodes_ = destinationNodes;
-  destinationSet_ = PointSet();
-  for (const auto& destination : destinationNodes_) destinationSet_.insert(*destination);
-}
-
-void DijkstraImproved::addStart(const std::shared_ptr<KRVNavPoint>& point, double distance) {
-  appendPath({point, std::nullopt, distance});
-  nodesToCheck_.push_back(point);
-}
-
-DijkstraImproved::PathIndex DijkstraImproved::appendPath(PathEnd path) {
-  const PathIndex index = paths_.size();
-  pathStore_[path.node.get()] = index;
-  paths_.push_back(std::move(path));
-  return index;
-}
-
-std::optional<DijkstraImproved::PathIndex> DijkstraImproved::find(const KRVNavPoint& point) const {
-  const auto found = pathStore_.find(&point);
-  if (found == pathStore_.end()) return std::nullopt;
-  return found->second;
-}
-
-DijkstraImproved::Path DijkstraImproved::spelledOut(PathIndex index) const {
-  Path path;
-  path.distance = paths_[index].distance;
-  for (std::optional<PathIndex> at = index; at; at = paths_[*at].before) {
-    path.nodes.push_back(paths_[*at].node);
-  }
-  std::reverse(path.nodes.begin(), path.nodes.end());
-  return path;
+const DijkstraImproved::Points& DijkstraImproved::nodesToCheck() const {
+  return labels_->nodesToCheck();
 }
 
 }  // namespace KorvaniNavigation

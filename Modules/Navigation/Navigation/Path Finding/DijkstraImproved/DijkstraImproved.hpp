@@ -24,8 +24,11 @@
 /// A finder keeps its labels and its best path when a search ends. One that is to search again is
 /// given restart() first; otherwise the next search goes on from the old labels.
 ///
-/// Cost: every relaxation takes constant time and, if it improves a label, constant memory; ways
-/// are spelled out only when they are asked for.
+/// Cost: a graph whose points and edges are its own is searched in arrays that are made once and
+/// kept until the graph changes, towards the destinations and no farther; that finds the same way,
+/// ties included. The labels of the whole search are made only when somebody asks for them. Any
+/// other graph, and a search that goes on from old labels, is searched object by object, where
+/// every relaxation takes constant time and, if it improves a label, constant memory.
 ///
 /// Ownership: the finder keeps the points it has seen alive until restart(). The configuration
 /// bundle is referred to weakly.
@@ -35,21 +38,19 @@
 /// the thread that searches.
 
 #include <atomic>
-#include <cstddef>
 #include <memory>
 #include <optional>
-#include <unordered_map>
 #include <vector>
 
 #include "Common/Benchmark.hpp"
-#include "Navigation/Path Finding/DijkstraImproved/PointSet.hpp"
 #include "Navigation/Path Finding/KRVNavPathFinder.hpp"
 #include "Platform/Export.hpp"
 
 namespace KorvaniNavigation {
 
 class ConfigDependents;
-class KRVNavEdge;
+class WaveLabels;
+struct ArraySearch;
 
 class KORVANI_API DijkstraImproved : public KRVNavPathFinder {
  public:
@@ -117,7 +118,7 @@ class KORVANI_API DijkstraImproved : public KRVNavPathFinder {
   std::optional<Path> pathTo(const KRVNavPoint& point) const;
 
   /// The points whose edges the next wave relaxes, in that order.
-  const Points& nodesToCheck() const { return nodesToCheck_; }
+  const Points& nodesToCheck() const;
 
   /// The destinations of the latest search.
   const Points& destinationNodes() const { return destinationNodes_; }
@@ -128,37 +129,18 @@ class KORVANI_API DijkstraImproved : public KRVNavPathFinder {
   std::weak_ptr<ConfigDependents> configDependents() const { return configDependents_; }
 
  private:
-  using PathIndex = std::size_t;
-  struct Wave;
-
-  /// A path is kept as its last point and the path it prolongs. Entries never change, so that a
-  /// label that improves later leaves the ways through it as they were.
-  struct PathEnd {
-    std::shared_ptr<KRVNavPoint> node;
-    std::optional<PathIndex> before;
-    double distance;
-  };
-
-  void setTargets(const Points& destinationNodes);
-  void addStart(const std::shared_ptr<KRVNavPoint>& point, double distance);
-  void runWaves(const std::shared_ptr<KRVNavGraph>& graph);
-  void giveUp();
-  void expand(const KRVNavPoint& point, Wave& next);
-  void relax(const KRVNavPoint& point, const KRVNavEdge& edge, Wave& next);
-  PathIndex appendPath(PathEnd path);
-  std::optional<PathIndex> find(const KRVNavPoint& point) const;
-  Path spelledOut(PathIndex index) const;
+  bool searchInArrays(const Points& starts, const std::vector<double>& distances);
+  void searchObjects(const Points& starts, const std::vector<double>& distances);
+  WaveLabels& labels() const;
 
   std::weak_ptr<ConfigDependents> configDependents_;
-  std::vector<PathEnd> paths_;
-  std::unordered_map<const KRVNavPoint*, PathIndex> pathStore_;
-  Points nodesToCheck_;
   Points destinationNodes_;
-  PointSet destinationSet_;
   bool lookForBarrierFreeRoute_ = false;
   std::atomic<bool> interrupted_{false};
   std::shared_ptr<KRVNavPoint> destination_;
-  std::optional<PathIndex> bestPath_;
+  std::unique_ptr<WaveLabels> labels_;
+  /// The latest search, when it was made in arrays and its labels were not asked for.
+  mutable std::unique_ptr<ArraySearch> inArrays_;
   std::optional<KorvaniCommon::Benchmark> benchmark_;
 };
 
