@@ -71,18 +71,12 @@ bool DefaultObstacleDenier::isBarrierOnTheWayTo(const KRVNavPoint& point,
   if (configDependents_.expired()) {
     KORVANI_FATAL("the configuration of an obstacle denier is gone");
   }
-  const ObstacleDetector detector(relevantObstacles(region), configDependents_);
-  return detector.isAnyBarrierInBetween(point.coordinate(), lastIndoorLocation_->coordinate());
-}
-
-std::vector<std::shared_ptr<KRVNavObstacle>> DefaultObstacleDenier::relevantObstacles(
-    const KRVNavRegion& region) const {
-  std::vector<std::shared_ptr<KRVNavObstacle>> obstacles = region.obstacles();
-  if (lastRegion_ && lastRegion_.get() != &region) {
-    const auto& others = std::as_const(*lastRegion_).obstacles();
-    obstacles.insert(obstacles.end(), others.begin(), others.end());
-  }
-  return obstacles;
+  const auto isBlockedIn = [&](const KRVNavRegion& one) {
+    const ObstacleDetector detector(one.obstacles(), configDependents_);
+    return detector.isAnyBarrierInBetween(point.coordinate(), lastIndoorLocation_->coordinate());
+  };
+  if (isBlockedIn(region)) return true;
+  return lastRegion_ && lastRegion_.get() != &region && isBlockedIn(*lastRegion_);
 }
 
 }  // namespace KorvaniNavigation

@@ -49,7 +49,6 @@ class KORVANI_API DefaultObstacleDenier : public ObstacleDenier {
   std::shared_ptr<KRVNavPoint> lastIndoorLocation() const;
 
  private:
-  std::vector<std::shared_ptr<KRVNavObstacle>> relevantObstacles(const KRVNavRegion& region) const;
   bool isBarrierOnTheWayTo(const KRVNavPoint& point, const KRVNavRegion& region) const;
   bool isAccepted(const KRVNavPoint& point, const KRVNavRegion& region);
 

@@ -5,24 +5,13 @@
 #include <utility>
 
 #include "Navigation/Graph/KRVNavObstacle.hpp"
+#include "Navigation/Obstacles/WallGrid.hpp"
+#include "Navigation/Obstacles/Walls.hpp"
 #include "Platform/FatalError.hpp"
 
 namespace KorvaniNavigation {
 
 namespace {
-
-bool isWithinUnit(double fraction) { return 0 <= fraction && fraction <= 1; }
-
-// Where the lines meet, as the fraction r of the way from a to b and s of that from p to q.
-// Both bounds are inclusive, so touching counts; parallel lines never meet.
-bool segmentsMeet(MKMapPoint a, MKMapPoint b, MKMapPoint p, MKMapPoint q) {
-  const double denominator = (b.x - a.x) * (q.y - p.y) - (b.y - a.y) * (q.x - p.x);
-  if (denominator == 0) return false;
-  const double r = ((p.x - a.x) * (q.y - p.y) - (p.y - a.y) * (q.x - p.x)) / denominator;
-  if (!isWithinUnit(r)) return false;
-  const double s = ((b.y - a.y) * (p.x - a.x) - (b.x - a.x) * (p.y - a.y)) / denominator;
-  return isWithinUnit(s);
-}
 
 bool crosses(const KRVNavObstacle& obstacle, MKMapPoint a, MKMapPoint b) {
   const auto& coordinates = obstacle.coordinates();
@@ -44,18 +33,33 @@ const KRVNavObstacle& existing(const std::shared_ptr<KRVNavObstacle>& obstacle) 
 
 }  // namespace
 
-ObstacleDetector::ObstacleDetector(std::vector<std::shared_ptr<KRVNavObstacle>> obstacles,
+ObstacleDetector::ObstacleDetector(Obstacles obstacles,
                                    std::weak_ptr<ConfigDependents> configDependents)
-    : obstacles_(std::move(obstacles)), configDependents_(std::move(configDependents)) {}
+    : obstacles_(std::move(obstacles)),
+      walls_(Walls::of(obstacles_)),
+      configDependents_(std::move(configDependents)) {}
 
-void ObstacleDetector::setObstacles(std::vector<std::shared_ptr<KRVNavObstacle>> obstacles) {
+ObstacleDetector::~ObstacleDetector() = default;
+
+void ObstacleDetector::setObstacles(Obstacles obstacles) {
   obstacles_ = std::move(obstacles);
+  walls_ = Walls::of(obstacles_);
+}
+
+/// The grid to ask, if there is one. `held` keeps it alive where the detector does not, because an
+/// obstacle has changed since it was made.
+const WallGrid* ObstacleDetector::grid(std::shared_ptr<const Walls>& held) const {
+  if (walls_->isCurrent()) return walls_->grid(obstacles_);
+  held = Walls::of(obstacles_);
+  return held->grid(obstacles_);
 }
 
 bool ObstacleDetector::isAnyBarrierInBetween(CLLocationCoordinate2D coordinateA,
                                              CLLocationCoordinate2D coordinateB) const {
   const MKMapPoint a = MKMapPointForCoordinate(coordinateA);
   const MKMapPoint b = MKMapPointForCoordinate(coordinateB);
+  std::shared_ptr<const Walls> held;
+  if (const WallGrid* grid = this->grid(held)) return grid->meetsAny(a, b);
   return std::any_of(obstacles_.begin(), obstacles_.end(),
                      [&](const auto& obstacle) { return crosses(existing(obstacle), a, b); });
 }
@@ -65,6 +69,11 @@ std::vector<std::shared_ptr<KRVNavObstacle>> ObstacleDetector::detectBarriersBet
   const MKMapPoint a = MKMapPointForCoordinate(coordinateA);
   const MKMapPoint b = MKMapPointForCoordinate(coordinateB);
   std::vector<std::shared_ptr<KRVNavObstacle>> crossed;
+  std::shared_ptr<const Walls> held;
+  if (const WallGrid* grid = this->grid(held)) {
+    for (const std::uint32_t place : grid->met(a, b)) crossed.push_back(obstacles_[place]);
+    return crossed;
+  }
   for (const auto& obstacle : obstacles_) {
     if (crosses(existing(obstacle), a, b)) crossed.push_back(obstacle);
   }

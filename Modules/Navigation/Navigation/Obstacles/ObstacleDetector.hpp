@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "Common/CountedArray.hpp"
 #include "Navigation/Names.hpp"
 #include "Platform/Export.hpp"
 
@@ -10,6 +11,8 @@ namespace KorvaniNavigation {
 
 class ConfigDependents;
 class KRVNavObstacle;
+class WallGrid;
+class Walls;
 
 /// Tells whether the straight line between two coordinates crosses a wall, and which ones.
 ///
@@ -27,18 +30,26 @@ class KRVNavObstacle;
 /// An obstacle must hold at least one coordinate: testing one that holds none, or a null
 /// obstacle, is a fatal error. One with a single coordinate blocks nothing.
 ///
+/// Cost: once a list has been asked about a few times, a test looks at the walls near the line
+/// only, however many there are. Making a detector over a region's list, or a copy of it, costs
+/// nothing then: all such detectors share what was prepared.
+///
 /// Thread safety: the tests may run on any number of threads as long as nobody calls
 /// `setObstacles` or changes an obstacle. The detector shares the obstacles with their region.
 class KORVANI_API ObstacleDetector {
  public:
+  using Obstacles = KorvaniCommon::CountedArray<std::shared_ptr<KRVNavObstacle>>;
+
   /// A detector over `obstacles`, made for the bundle `configDependents`, which it does not
   /// keep alive.
-  ObstacleDetector(std::vector<std::shared_ptr<KRVNavObstacle>> obstacles,
-                   std::weak_ptr<ConfigDependents> configDependents);
+  ObstacleDetector(Obstacles obstacles, std::weak_ptr<ConfigDependents> configDependents);
+  ~ObstacleDetector();
+  ObstacleDetector(const ObstacleDetector&) = default;
+  ObstacleDetector& operator=(const ObstacleDetector&) = default;
 
   /// The obstacles that are tested, in this order.
-  const std::vector<std::shared_ptr<KRVNavObstacle>>& obstacles() const { return obstacles_; }
-  void setObstacles(std::vector<std::shared_ptr<KRVNavObstacle>> obstacles);
+  const Obstacles& obstacles() const { return obstacles_; }
+  void setObstacles(Obstacles obstacles);
 
   /// The bundle this detector was made for; null when it is gone.
   std::shared_ptr<ConfigDependents> configDependents() const { return configDependents_.lock(); }
@@ -58,7 +69,10 @@ class KORVANI_API ObstacleDetector {
                           CLLocationCoordinate2D coordinateB) const;
 
  private:
-  std::vector<std::shared_ptr<KRVNavObstacle>> obstacles_;
+  const WallGrid* grid(std::shared_ptr<const Walls>& held) const;
+
+  Obstacles obstacles_;
+  std::shared_ptr<const Walls> walls_;
   std::weak_ptr<ConfigDependents> configDependents_;
 };
 

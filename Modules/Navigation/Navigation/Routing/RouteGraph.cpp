@@ -54,11 +54,7 @@ class RouteGraphBuilder {
     region = std::make_shared<KRVNavRegion>(point.level());
     graph_->add(region);
     const auto source = regionFinder_->findRegionFor(point.coordinate(), point.level(), true);
-    if (source) {
-      for (const auto& obstacle : std::as_const(*source).obstacles()) {
-        region->addObstacle(obstacle);
-      }
-    }
+    if (source) region->setObstacles(std::as_const(*source).obstacles());
     return region;
   }
 

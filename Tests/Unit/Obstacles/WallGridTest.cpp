@@ -1,0 +1,191 @@
+#include "Navigation/Obstacles/WallGrid.hpp"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <vector>
+
+using KorvaniNavigation::MKMapPoint;
+using KorvaniNavigation::segmentsMeet;
+using KorvaniNavigation::WallEdge;
+using KorvaniNavigation::WallGrid;
+
+namespace {
+
+using Numbers = std::vector<std::uint32_t>;
+
+// A wall from (0, 0) to (0, 10).
+WallGrid singleWall() { return WallGrid({{{0, 0}, {0, 10}, 0}}); }
+
+// The walls x = 0, 1, ... 49, each from y = 0 to y = 50 in pieces of length 1; all pieces of a wall
+// belong to one obstacle. No cell holds more than a few.
+WallGrid fiftyWalls() {
+  std::vector<WallEdge> edges;
+  for (std::uint32_t wall = 0; wall < 50; ++wall) {
+    for (int y = 0; y < 50; ++y) {
+      edges.push_back({{1.0 * wall, 1.0 * y}, {1.0 * wall, y + 1.0}, wall});
+    }
+  }
+  return WallGrid(edges);
+}
+
+}  // namespace
+
+TEST(WallGrid, WithoutEdgesNothingIsMet) {
+  const WallGrid grid(std::vector<WallEdge>{});
+  EXPECT_FALSE(grid.meetsAny({0, 0}, {1, 1}));
+  EXPECT_TRUE(grid.met({0, 0}, {1, 1}).empty());
+  EXPECT_EQ(grid.edgeCount(), 0u);
+}
+
+TEST(WallGrid, FindsAWallThatTheLineCrosses) {
+  EXPECT_TRUE(singleWall().meetsAny({-1, 5}, {1, 6}));
+  EXPECT_TRUE(singleWall().meetsAny({1, 6}, {-1, 5}));
+}
+
+TEST(WallGrid, FindsAWallThatTheLineTouchesAtItsEnd) {
+  EXPECT_TRUE(singleWall().meetsAny({-1, 5}, {0, 5}));
+  EXPECT_TRUE(singleWall().meetsAny({0, 5}, {-1, 5}));
+  EXPECT_FALSE(singleWall().meetsAny({-1, 5}, {-0.001, 5}));
+}
+
+TEST(WallGrid, FindsAWallWhoseEndTheLineTouches) {
+  EXPECT_TRUE(singleWall().meetsAny({-1, 10}, {1, 10}));
+  EXPECT_TRUE(singleWall().meetsAny({-1, 0}, {1, 0}));
+  EXPECT_FALSE(singleWall().meetsAny({-1, 10.001}, {1, 10.001}));
+}
+
+TEST(WallGrid, FindsBothWallsOfACornerThatTheLineTouches) {
+  const WallGrid grid({{{0, 0}, {4, 0}, 0}, {{4, 0}, {4, 4}, 1}});
+  EXPECT_EQ(grid.met({3, -1}, {5, 1}), (Numbers{0, 1}));
+  EXPECT_EQ(grid.met({4, 0}, {5, 1}), (Numbers{0, 1}));
+}
+
+TEST(WallGrid, ALineAlongAWallMeetsItNot) {
+  EXPECT_FALSE(singleWall().meetsAny({0, 2}, {0, 8}));
+  EXPECT_FALSE(singleWall().meetsAny({0, -5}, {0, 15}));
+  EXPECT_FALSE(singleWall().meetsAny({1, 0}, {1, 10}));
+}
+
+TEST(WallGrid, ALineWithoutLengthMeetsNothing) {
+  EXPECT_FALSE(singleWall().meetsAny({0, 5}, {0, 5}));
+  EXPECT_FALSE(singleWall().meetsAny({0, 0}, {0, 0}));
+}
+
+TEST(WallGrid, AWallWithoutLengthIsNeverMet) {
+  const WallGrid grid({{{0, 0}, {0, 0}, 0}, {{2, 2}, {2, 2}, 1}, {{5, 0}, {5, 1}, 2}});
+  EXPECT_TRUE(grid.met({-1, -1}, {3, 3}).empty());
+}
+
+TEST(WallGrid, NamesEachObstacleOnceAndInAscendingOrder) {
+  const WallGrid grid({{{3, 0}, {3, 9}, 2}, {{1, 0}, {1, 9}, 0}, {{2, 0}, {2, 9}, 2}});
+  EXPECT_EQ(grid.met({0, 5}, {4, 5}), (Numbers{0, 2}));
+  EXPECT_EQ(grid.met({4, 5}, {0, 5}), (Numbers{0, 2}));
+  EXPECT_EQ(grid.met({1.5, 5}, {4, 5}), (Numbers{2}));
+}
+
+TEST(WallGrid, FindsAllWallsOfALineAcrossManyCells) {
+  const WallGrid grid = fiftyWalls();
+  Numbers all(50);
+  for (std::uint32_t wall = 0; wall < 50; ++wall) all[wall] = wall;
+  EXPECT_EQ(grid.met({-3, 1.5}, {52, 48.5}), all);
+  EXPECT_EQ(grid.met({52, 48.5}, {-3, 1.5}), all);
+  EXPECT_EQ(grid.met({20.5, 3}, {22.5, 47}), (Numbers{21, 22}));
+}
+
+TEST(WallGrid, FindsNothingBetweenTwoOfManyWalls) {
+  const WallGrid grid = fiftyWalls();
+  for (int wall = 0; wall < 49; ++wall) {
+    EXPECT_FALSE(grid.meetsAny({wall + 0.25, -10}, {wall + 0.75, 60})) << wall;
+  }
+}
+
+TEST(WallGrid, FindsWallsOnTheBordersOfCells) {
+  const WallGrid grid = fiftyWalls();
+  for (std::uint32_t wall = 0; wall < 50; ++wall) {
+    EXPECT_EQ(grid.met({wall - 0.5, 25}, {wall + 0.5, 25}), (Numbers{wall}));
+    EXPECT_EQ(grid.met({wall - 0.5, 0}, {1.0 * wall, 0}), (Numbers{wall}));
+  }
+}
+
+TEST(WallGrid, FindsAnEdgeNearTheBeginningOfALine) {
+  const WallGrid grid = fiftyWalls();
+  ASSERT_NE(grid.firstMet({10.5, 20.5}, {40.5, 20.6}), nullptr);
+  EXPECT_EQ(grid.firstMet({10.5, 20.5}, {40.5, 20.6})->from, (MKMapPoint{11, 20}));
+  EXPECT_EQ(grid.firstMet({40.5, 20.6}, {10.5, 20.5})->from, (MKMapPoint{40, 20}));
+  EXPECT_EQ(grid.firstMet({40.25, 20.6}, {40.5, 20.5}), nullptr);
+}
+
+TEST(WallGrid, ALineFarOutsideMeetsNothing) {
+  const WallGrid grid = fiftyWalls();
+  EXPECT_FALSE(grid.meetsAny({-5, -5}, {-5, 100}));
+  EXPECT_FALSE(grid.meetsAny({1e9, 1e9}, {2e9, 1.5e9}));
+}
+
+TEST(WallGrid, FindsWallsOfALineThatBeginsFarOutside) {
+  const WallGrid grid = fiftyWalls();
+  EXPECT_EQ(grid.met({-1e6, 25.25}, {0.5, 25.25}), (Numbers{0}));
+  EXPECT_EQ(grid.met({-1e12, 25.25}, {0.5, 25.25}), (Numbers{0}));
+}
+
+TEST(WallGrid, ServesWorldsOfAnySize) {
+  for (const double size : {1e-120, 1e-90, 1e-9, 1.0, 1e9, 1e90, 1e120}) {
+    const WallGrid grid({{{0, 0}, {0, size}, 0}, {{size, 0}, {size, size}, 1}});
+    EXPECT_EQ(grid.met({-size, size / 2}, {size / 2, size / 2}), (Numbers{0})) << size;
+    EXPECT_EQ(grid.met({-size, size / 2}, {2 * size, size / 2}), (Numbers{0, 1})) << size;
+    EXPECT_FALSE(grid.meetsAny({size / 4, 0}, {size / 2, size})) << size;
+  }
+}
+
+TEST(WallGrid, FindsSmallWallsInALargeWorld) {
+  const WallGrid grid({{{0, 0}, {1e-9, 1e-9}, 0}, {{1e6, 1e6}, {2e6, 1e6}, 1}});
+  EXPECT_EQ(grid.met({0, 1e-9}, {1e-9, 0}), (Numbers{0}));
+  EXPECT_FALSE(grid.meetsAny({0, 1e-9}, {0, 2e-9}));
+}
+
+// The formula itself calls some of them met: the last digits of its denominator decide.
+TEST(WallGrid, AgreesWithTheFormulaOnPiecesOfOneStraightLineThatLieApart) {
+  std::size_t metCount = 0;
+  for (int i = 1; i <= 2000; ++i) {
+    const auto at = [slope = i / 2003.0](double x) { return MKMapPoint{x, x * slope}; };
+    std::vector<WallEdge> walls{{at(5), at(5.9), 0}};
+    for (double y = 10; y < 15; y += 0.1) walls.push_back({{0, y}, {0.1, y}, 1});
+    const bool met = segmentsMeet(at(1), at(1.7), walls[0].from, walls[0].to);
+    metCount += met ? 1 : 0;
+    EXPECT_EQ(WallGrid(walls).meetsAny(at(1), at(1.7)), met) << i;
+  }
+  EXPECT_GT(metCount, 10u);
+}
+
+TEST(WallGrid, CoordinatesThatAreNotNumbersMeetNothing) {
+  constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+  const WallGrid grid(
+      {{{0, 0}, {0, 10}, 0}, {{kUnknown, 0}, {5, 5}, 1}, {{5, 5}, {9, kUnknown}, 2}});
+  EXPECT_FALSE(grid.meetsAny({kUnknown, 5}, {1, 5}));
+  EXPECT_FALSE(grid.meetsAny({-1, 5}, {1, kUnknown}));
+  EXPECT_EQ(grid.met({-1, 5}, {20, 5}), (Numbers{0}));
+}
+
+TEST(WallGrid, AgreesWithTheFormulaOnInfiniteCoordinates) {
+  constexpr double kFar = std::numeric_limits<double>::infinity();
+  std::vector<MKMapPoint> points;
+  for (const double x : {-kFar, -1.0, 0.0, 1.0, kFar}) {
+    for (const double y : {-kFar, 0.0, 1.0, kFar}) points.push_back({x, y});
+  }
+  for (const MKMapPoint p : points) {
+    for (const MKMapPoint q : points) {
+      const WallGrid grid({{p, q, 0}});
+      for (const MKMapPoint a : points) {
+        for (const MKMapPoint b : points) {
+          ASSERT_EQ(grid.meetsAny(a, b), segmentsMeet(a, b, p, q))
+              << a.x << "," << a.y << " " << b.x << "," << b.y << " and " << p.x << "," << p.y
+              << " " << q.x << "," << q.y;
+        }
+      }
+    }
+  }
+}
+
+TEST(WallGrid, HoldsLessThanAHundredBytesAnEdge) {
+  EXPECT_LT(fiftyWalls().bytes(), 100u * fiftyWalls().edgeCount());
+}
