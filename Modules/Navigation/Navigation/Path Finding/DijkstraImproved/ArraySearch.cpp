@@ -7,7 +7,7 @@
 #include "Navigation/Graph/KRVNavGraph.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
 #include "Navigation/Graph/KRVNavRegion.hpp"
-#include "Navigation/Path Finding/CheapestPathSearch.hpp"
+#include "Navigation/Path Finding/Arrays/PathSearch.hpp"
 
 namespace KorvaniNavigation {
 

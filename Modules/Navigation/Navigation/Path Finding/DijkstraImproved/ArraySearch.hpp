@@ -12,9 +12,9 @@
 #include <optional>
 #include <vector>
 
-#include "Navigation/Path Finding/CompiledGraph.hpp"
+#include "Navigation/Path Finding/Arrays/CompiledGraph.hpp"
+#include "Navigation/Path Finding/Arrays/SearchGraph.hpp"
 #include "Navigation/Path Finding/DijkstraImproved/DijkstraImproved.hpp"
-#include "Navigation/Path Finding/SearchGraph.hpp"
 
 namespace KorvaniNavigation {
 

@@ -8,7 +8,7 @@
 #include "Navigation/Graph/KRVNavGraph.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
 #include "Navigation/Graph/KRVNavRegion.hpp"
-#include "Navigation/Path Finding/CompiledGraph.hpp"
+#include "Navigation/Path Finding/Arrays/CompiledGraph.hpp"
 #include "Navigation/Path Finding/DijkstraImproved/ArraySearch.hpp"
 #include "Navigation/Path Finding/DijkstraImproved/PointSet.hpp"
 #include "Navigation/Path Finding/DijkstraImproved/WaveLabels.hpp"

@@ -16,7 +16,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "Navigation/Path Finding/CompiledGraph.hpp"
+#include "Navigation/Path Finding/Arrays/CompiledGraph.hpp"
 #include "Navigation/Path Finding/DijkstraImproved/DijkstraImproved.hpp"
 #include "Navigation/Path Finding/DijkstraImproved/PointSet.hpp"
 

@@ -20,9 +20,9 @@
 
 #include <optional>
 
-#include "Navigation/Path Finding/ScratchPool.hpp"
-#include "Navigation/Path Finding/SearchGraph.hpp"
-#include "Navigation/Path Finding/WaveSearch.hpp"
+#include "Navigation/Path Finding/Arrays/ScratchPool.hpp"
+#include "Navigation/Path Finding/Arrays/SearchGraph.hpp"
+#include "Navigation/Path Finding/Arrays/WaveSearch.hpp"
 
 namespace KorvaniNavigation {
 

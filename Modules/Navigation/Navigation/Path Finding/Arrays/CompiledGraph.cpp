@@ -1,4 +1,4 @@
-#include "Navigation/Path Finding/CompiledGraph.hpp"
+#include "Navigation/Path Finding/Arrays/CompiledGraph.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -109,17 +109,22 @@ std::shared_ptr<const CompiledGraph> CompiledGraph::of(const KRVNavGraph& graph)
   const Derived& derived = GraphAccess::derivedOf(graph);
   auto structure = derived.get<GraphStructure>(
       structureStamp, [&] { return std::make_shared<const GraphStructure>(graph); });
-  return derived.get<CompiledGraph>(
-      costStamp, [&] { return std::make_shared<const CompiledGraph>(std::move(structure)); });
+  auto history =
+      derived.get<SearchHistory>(0, [] { return std::make_shared<const SearchHistory>(); });
+  return derived.get<CompiledGraph>(costStamp, [&] {
+    return std::make_shared<const CompiledGraph>(std::move(structure), std::move(history));
+  });
 }
 
-CompiledGraph::CompiledGraph(std::shared_ptr<const GraphStructure> structure)
+CompiledGraph::CompiledGraph(std::shared_ptr<const GraphStructure> structure,
+                             std::shared_ptr<const SearchHistory> history)
     : structure_(std::move(structure)),
       isOrdinary_(structure_->isOrdinary() && readCosts()),
-      arrays_(isOrdinary_ ? SearchGraph{structure_->firstEdge(), structure_->target(), cost_,
-                                        barrierFree_}
-                          : SearchGraph()),
-      search_(arrays_) {}
+      arrays_(isOrdinary_
+                  ? SearchGraph{structure_->firstEdge(), structure_->target(), cost_, barrierFree_}
+                  : SearchGraph()),
+      history_(std::move(history)),
+      search_(arrays_, *history_) {}
 
 bool CompiledGraph::readCosts() {
   const auto& edges = structure_->edges();
@@ -136,7 +141,7 @@ bool CompiledGraph::readCosts() {
 
 std::size_t CompiledGraph::bytes() const {
   return sizeof *this + structure_->bytes() + cost_.capacity() * sizeof(double) +
-         barrierFree_.capacity();
+         barrierFree_.capacity() + search_.bytes();
 }
 
 }  // namespace KorvaniNavigation

@@ -15,8 +15,8 @@
 
 #include <optional>
 
-#include "Navigation/Path Finding/ScratchPool.hpp"
-#include "Navigation/Path Finding/SearchGraph.hpp"
+#include "Navigation/Path Finding/Arrays/ScratchPool.hpp"
+#include "Navigation/Path Finding/Arrays/SearchGraph.hpp"
 
 namespace KorvaniNavigation {
 

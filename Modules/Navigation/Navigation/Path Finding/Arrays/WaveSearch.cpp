@@ -1,4 +1,4 @@
-#include "Navigation/Path Finding/WaveSearch.hpp"
+#include "Navigation/Path Finding/Arrays/WaveSearch.hpp"
 
 #include <algorithm>
 #include <limits>

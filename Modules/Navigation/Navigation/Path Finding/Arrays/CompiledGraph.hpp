@@ -25,8 +25,8 @@
 #include <optional>
 #include <vector>
 
-#include "Navigation/Path Finding/CheapestPathSearch.hpp"
-#include "Navigation/Path Finding/SearchGraph.hpp"
+#include "Navigation/Path Finding/Arrays/PathSearch.hpp"
+#include "Navigation/Path Finding/Arrays/SearchGraph.hpp"
 
 namespace KorvaniNavigation {
 
@@ -76,7 +76,8 @@ class CompiledGraph {
   static std::shared_ptr<const CompiledGraph> of(const KRVNavGraph& graph);
 
   // Reads the costs of the structure's edges, whose graph must be unchanged.
-  explicit CompiledGraph(std::shared_ptr<const GraphStructure> structure);
+  CompiledGraph(std::shared_ptr<const GraphStructure> structure,
+                std::shared_ptr<const SearchHistory> history);
 
   bool isOrdinary() const { return isOrdinary_; }
 
@@ -84,7 +85,7 @@ class CompiledGraph {
 
   // What searches work on, and the search, which all threads share; valid as long as this object.
   const SearchGraph& arrays() const { return arrays_; }
-  const CheapestPathSearch& search() const { return search_; }
+  const PathSearch& search() const { return search_; }
 
   // Memory of everything that is prepared.
   std::size_t bytes() const;
@@ -97,7 +98,8 @@ class CompiledGraph {
   std::vector<std::uint8_t> barrierFree_;
   bool isOrdinary_;
   SearchGraph arrays_;
-  CheapestPathSearch search_;
+  std::shared_ptr<const SearchHistory> history_;
+  PathSearch search_;
 };
 
 }  // namespace KorvaniNavigation

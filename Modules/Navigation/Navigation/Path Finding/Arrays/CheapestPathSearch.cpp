@@ -1,4 +1,4 @@
-#include "Navigation/Path Finding/CheapestPathSearch.hpp"
+#include "Navigation/Path Finding/Arrays/CheapestPathSearch.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "Navigation/Path Finding/FourHeap.hpp"
+#include "Navigation/Path Finding/Arrays/FourHeap.hpp"
 
 namespace KorvaniNavigation {
 

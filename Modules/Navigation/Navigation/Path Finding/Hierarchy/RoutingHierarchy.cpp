@@ -1,0 +1,227 @@
+#include "Navigation/Path Finding/Hierarchy/RoutingHierarchy.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include "Navigation/Path Finding/Arrays/ScratchPool.hpp"
+#include "Navigation/Path Finding/Hierarchy/HierarchyArcs.hpp"
+#include "Navigation/Path Finding/Hierarchy/HierarchyBuilder.hpp"
+#include "Navigation/Path Finding/Hierarchy/HierarchyPlaces.hpp"
+#include "Navigation/Path Finding/Hierarchy/HierarchySearch.hpp"
+#include "Navigation/Path Finding/Hierarchy/RoundingBound.hpp"
+#include "Navigation/Path Finding/Hierarchy/ZeroLinks.hpp"
+
+namespace KorvaniNavigation {
+
+namespace {
+
+// Edges that leave a place of several nodes cost so much more than the margin.
+constexpr double kLeastOfMargin = 4;
+
+constexpr std::uint32_t kNone = HierarchySearch::kNone;
+
+bool isAmong(std::span<const std::uint32_t> nodes, std::uint32_t node) {
+  return std::find(nodes.begin(), nodes.end(), node) != nodes.end();
+}
+
+HierarchyArcs contracted(const SearchGraph& graph, bool barrierFree, const ZeroLinks& links,
+                         double margin, std::vector<std::uint32_t>& rankOf) {
+  HierarchyBuilder builder(links.placeCount(), margin);
+  const std::vector<std::uint32_t>& placeOf = links.placeOf();
+  for (std::uint32_t node = 0; node < graph.nodeCount(); ++node) {
+    for (std::uint32_t edge = graph.firstEdge[node]; edge != graph.firstEdge[node + 1]; ++edge) {
+      const std::uint32_t to = placeOf[graph.target[edge]];
+      if (to == placeOf[node] || (barrierFree && graph.barrierFree[edge] == 0)) continue;
+      builder.addEdge(placeOf[node], to, graph.cost[edge]);
+    }
+  }
+  return builder.build(rankOf);
+}
+
+}  // namespace
+
+struct RoutingHierarchy::Scratch {
+  explicit Scratch(std::uint32_t placeCount) : search(placeCount) {}
+
+  HierarchySearch::Scratch search;
+  std::vector<std::uint32_t> chain;  // places of the way before shortcuts are spelled out
+  std::vector<std::uint32_t> waiting;
+};
+
+struct RoutingHierarchy::Built {
+  Built(const SearchGraph& graph, bool barrierFree, const ZeroLinks& links,
+        const RoundingBound& bound, std::vector<std::uint32_t> rankOf)
+      : arcs(contracted(graph, barrierFree, links, bound.margin(), rankOf)),
+        places(graph, barrierFree, links, rankOf) {}
+
+  HierarchyArcs arcs;
+  HierarchyPlaces places;
+};
+
+// One query.
+class RoutingHierarchy::Run {
+ public:
+  Run(const RoutingHierarchy& hierarchy, const SearchQuery& query, Scratch& scratch)
+      : arcs_(hierarchy.built_->arcs),
+        places_(hierarchy.built_->places),
+        bound_(hierarchy.bound_),
+        query_(query),
+        scratch_(scratch) {}
+
+  // Only a way to a target that is a start as well, and that it does not reach more cheaply than
+  // by its own distance, is looked for again without that target.
+  Answer find() {
+    for (;;) {
+      Answer answer = findOnce();
+      if (answer.outcome != Outcome::found) return answer;
+      const std::uint32_t target = answer.path.nodes.back();
+      if (!isStart(target) || answer.path.cost < distanceOf(target)) {
+        return passesTarget(answer.path) ? Answer{} : answer;
+      }
+      dropped_.push_back(target);
+    }
+  }
+
+ private:
+  // Of a start that is listed several times the last one counts.
+  double distanceOf(std::uint32_t node) const {
+    double distance = 0;
+    for (const StartNode& start : query_.starts) {
+      if (start.node == node) distance = start.distance;
+    }
+    return distance;
+  }
+
+  bool isStart(std::uint32_t node) const {
+    const auto same = [&](const StartNode& start) { return start.node == node; };
+    return std::any_of(query_.starts.begin(), query_.starts.end(), same);
+  }
+
+  // Of the targets only those that were left out can be on the way.
+  bool passesTarget(const FoundPath& path) const {
+    const auto passed = [&](std::uint32_t node) { return isAmong(dropped_, node); };
+    return !dropped_.empty() && std::any_of(path.nodes.begin(), path.nodes.end(), passed);
+  }
+
+  Answer findOnce() {
+    HierarchySearch search(arcs_, bound_.margin(), query_.interrupted, scratch_.search);
+    for (const StartNode& start : query_.starts) {
+      if (leadsOn(start)) search.addStart(places_.placeOf(start.node), distanceOf(start.node));
+    }
+    for (const std::uint32_t target : query_.targets) {
+      if (!isAmong(dropped_, target)) addTarget(target, search);
+    }
+    if (!search.run()) return {Outcome::interrupted, {}};
+    if (search.meeting() == kNone) return {Outcome::unreachable, {}};
+    if (search.tied() || !bound_.holdsFor(search.cost())) return {};
+    return spelledOut(search);
+  }
+
+  bool leadsOn(const StartNode& start) const {
+    const auto same = [&](const StartNode& other) { return other.node == start.node; };
+    const auto first = std::find_if(query_.starts.begin(), query_.starts.end(), same);
+    return &*first == &start && !isAmong(query_.targets, start.node);
+  }
+
+  // Two targets in the same place are one for the search.
+  void addTarget(std::uint32_t target, HierarchySearch& search) const {
+    const std::uint32_t place = places_.placeOf(target);
+    if (!search.label(place).backward.reached()) search.addTarget(place);
+  }
+
+  Answer spelledOut(const HierarchySearch& search) {
+    Answer answer;
+    gatherChain(search);
+    if (!beginAtStart(search, answer.path)) return answer;
+    for (std::size_t i = 0; i + 1 < scratch_.chain.size(); ++i) {
+      spellOut(scratch_.chain[i], scratch_.chain[i + 1], answer.path);
+    }
+    if (!places_.walkToTarget(query_.targets, dropped_, answer.path)) return answer;
+    answer.outcome = Outcome::found;
+    return answer;
+  }
+
+  // From the start's place up to the meeting and down to the target's.
+  void gatherChain(const HierarchySearch& search) {
+    std::vector<std::uint32_t>& chain = scratch_.chain;
+    chain.clear();
+    for (std::uint32_t at = search.meeting(); at != kNone; at = search.label(at).forward.before()) {
+      chain.push_back(at);
+    }
+    std::reverse(chain.begin(), chain.end());
+    for (std::uint32_t at = search.label(search.meeting()).backward.before(); at != kNone;
+         at = search.label(at).backward.before()) {
+      chain.push_back(at);
+    }
+  }
+
+  bool beginAtStart(const HierarchySearch& search, FoundPath& path) const {
+    const std::uint32_t place = scratch_.chain.front();
+    for (const StartNode& start : query_.starts) {
+      if (places_.placeOf(start.node) != place || !leadsOn(start)) continue;
+      const double distance = distanceOf(start.node);
+      if (distance != search.label(place).forward.cost) continue;
+      path.nodes.assign(1, start.node);
+      path.cost = distance;
+      return true;
+    }
+    return false;
+  }
+
+  // Depth first over the middles of shortcuts; `waiting` holds the places to come, last first.
+  void spellOut(std::uint32_t from, std::uint32_t to, FoundPath& path) {
+    std::vector<std::uint32_t>& waiting = scratch_.waiting;
+    waiting.assign(1, to);
+    while (!waiting.empty()) {
+      const HierarchyArc& arc = arcBetween(from, waiting.back());
+      if (arc.middle != HierarchyArc::kNoMiddle) {
+        waiting.push_back(arc.middle);
+        continue;
+      }
+      places_.walk(from, waiting.back(), arc.cost, path);
+      from = waiting.back();
+      waiting.pop_back();
+    }
+  }
+
+  // There is one. Arcs to the core stand in the row of their lower end, arcs within it in both.
+  const HierarchyArc& arcBetween(std::uint32_t from, std::uint32_t to) const {
+    const std::uint32_t other = std::max(from, to);
+    const std::uint32_t direction = from < to ? HierarchyArc::kForward : HierarchyArc::kBackward;
+    const HierarchyArc* arc = arcs_.row(std::min(from, to)).data();
+    while (arc->place() != other || (arc->bits & direction) == 0) ++arc;
+    return *arc;
+  }
+
+  const HierarchyArcs& arcs_;
+  const HierarchyPlaces& places_;
+  const RoundingBound& bound_;
+  const SearchQuery& query_;
+  Scratch& scratch_;
+  std::vector<std::uint32_t> dropped_;  // targets
+};
+
+RoutingHierarchy::RoutingHierarchy(const SearchGraph& graph, bool barrierFree)
+    : bound_(graph, barrierFree) {
+  const ZeroLinks links(graph, barrierFree, kLeastOfMargin * bound_.margin());
+  built_ = std::make_unique<Built>(graph, barrierFree, links, bound_, std::vector<std::uint32_t>());
+}
+
+RoutingHierarchy::~RoutingHierarchy() = default;
+
+RoutingHierarchy::Answer RoutingHierarchy::find(const SearchQuery& query) const {
+  const auto scratch =
+      pool_.take([&] { return std::make_unique<Scratch>(built_->arcs.placeCount()); });
+  return Run(*this, query, *scratch).find();
+}
+
+std::size_t RoutingHierarchy::memory() const {
+  return built_->arcs.arcs.capacity() * sizeof(HierarchyArc) +
+         built_->arcs.firstArc.capacity() * sizeof(std::uint32_t) + built_->places.memory();
+}
+
+std::uint32_t RoutingHierarchy::coreSize() const {
+  return built_->arcs.placeCount() - built_->arcs.coreBegin;
+}
+
+}  // namespace KorvaniNavigation
