@@ -13,6 +13,7 @@
 #include "Navigation/Localisation/EdgeIntersection.hpp"
 #include "Navigation/Localisation/IntersectionFinder.hpp"
 #include "Navigation/Localisation/RegionFinder.hpp"
+#include "Navigation/Localisation/RegionNodes.hpp"
 #include "Navigation/Obstacles/ObstacleDetector.hpp"
 #include "Platform/FatalError.hpp"
 #include "Platform/MapPoint.hpp"
@@ -23,39 +24,15 @@ using KorvaniPlatform::greatCircleDistance;
 
 namespace {
 
-/// Nodes farther than this many times the nearest visible node's distance are not looked at.
-constexpr double kVisibleNodeReach = 2.5;
+/// An edge may lead about by at most this many times the distance of its near end, in degrees.
+constexpr double kLongestDetour = 2.5;
 /// A way through an edge's far end may be this many times longer than the way to the near one.
 constexpr double kDetourFactor = 1.2;
 /// When the nearest node is farther away than this, in metres, only that one is taken.
 constexpr double kFarNodeDistance = 10.0;
 
-double degreeDistance(CLLocationCoordinate2D a, CLLocationCoordinate2D b) {
-  const double latitude = a.latitude - b.latitude;
-  const double longitude = a.longitude - b.longitude;
-  return std::sqrt(latitude * latitude + longitude * longitude);
-}
-
 /// Less-than that puts what is not a number last, so that sorting stands any input.
 bool nearer(double a, double b) { return a < b || (std::isnan(b) && !std::isnan(a)); }
-
-struct NodeInDegrees {
-  const std::shared_ptr<KRVNavPoint>* node;
-  double distance;
-};
-
-/// All nodes of the region, nearest first in degrees, ties in insertion order.
-std::vector<NodeInDegrees> nodesByDegreeDistance(const KRVNavRegion& region,
-                                                 CLLocationCoordinate2D position) {
-  std::vector<NodeInDegrees> nodes;
-  nodes.reserve(region.nodes().size());
-  for (const auto& entry : region.nodes()) {
-    nodes.push_back({&entry.second, degreeDistance(position, entry.second->coordinate())});
-  }
-  std::stable_sort(nodes.begin(), nodes.end(),
-                   [](const auto& a, const auto& b) { return nearer(a.distance, b.distance); });
-  return nodes;
-}
 
 bool isBetween(double value, double a, double b) {
   return value >= std::min(a, b) && value <= std::max(a, b);
@@ -83,7 +60,7 @@ void PositionMapper::useWallsOf(const std::shared_ptr<KRVNavRegion>& region) {
   const auto& walls = std::as_const(*region).obstacles();
   // One position tests many edges against the same walls. A mapper may live long, though, and the
   // region get other walls between two positions.
-  if (obstacleDetector_ && obstacleDetector_->obstacles() == walls) return;
+  if (obstacleDetector_ && obstacleDetector_->obstacles().sharesWith(walls)) return;
   obstacleDetector_ = std::make_shared<ObstacleDetector>(walls, configDependents_);
 }
 
@@ -113,14 +90,9 @@ std::vector<ClosestNode> PositionMapper::findClosestNodes(
   std::vector<ClosestNode> closest;
   if (!obstacleDetector_) return closest;
   const CLLocationCoordinate2D position = navigationPoint.coordinate();
-  constexpr double none = std::numeric_limits<double>::max();
-  double best = none;
-  for (const auto& [node, distance] : nodesByDegreeDistance(region, position)) {
-    if (best != none && distance > kVisibleNodeReach * best) continue;
-    const CLLocationCoordinate2D coordinate = (*node)->coordinate();
-    if (obstacleDetector_->isAnyBarrierInBetween(position, coordinate)) continue;
-    best = std::min(best, distance);
-    closest.push_back({*node, greatCircleDistance(coordinate, position)});
+  const auto nodes = RegionNodes::of(region);
+  for (const auto& node : nodes->visibleFrom(position, *obstacleDetector_)) {
+    closest.push_back({node, greatCircleDistance(node->coordinate(), position)});
   }
   std::stable_sort(closest.begin(), closest.end(),
                    [](const auto& a, const auto& b) { return nearer(a.distance, b.distance); });
@@ -176,7 +148,7 @@ bool PositionMapper::passesDetourTests(const KRVNavGraph& graph, const ClosestNo
   const double toNode = degreeDistance(position, near);
   const double detour =
       degreeDistance(near, position) + degreeDistance(position, far) - degreeDistance(near, far);
-  if (detour > kVisibleNodeReach * toNode) return false;
+  if (detour > kLongestDetour * toNode) return false;
   const auto edge = graph.edgeFromNode(*candidate.node, neighbour);
   if (!edge) return false;
   const double farDistance = greatCircleDistance(far, position);

@@ -1,0 +1,282 @@
+#include "Navigation/Localisation/WallShadows.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace KorvaniNavigation {
+
+namespace {
+
+// Full turn, in the measure of directions.
+constexpr double kTurn = 4.0;
+// Lengths between these keep products and their roundings within the range of numbers.
+constexpr double kShortestReach = 1e-6;
+constexpr double kLongestReach = 1e12;
+// The nearer end of a wall may be so much nearer than the other.
+constexpr double kLeastRatio = 1e-6;
+// For a viewpoint on a wall between its ends: the same.
+constexpr double kLeastRatioOnWall = 1e-3;
+// Sums of a few products are exact to this part of the products of the lengths, and far more.
+constexpr double kRounding = 1e-12;
+
+MKMapPoint difference(MKMapPoint a, MKMapPoint b) { return {a.x - b.x, a.y - b.y}; }
+
+double crossProduct(MKMapPoint a, MKMapPoint b) { return a.x * b.y - a.y * b.x; }
+
+double lengthOf(MKMapPoint a) { return std::sqrt(a.x * a.x + a.y * a.y); }
+
+// How far it is from one direction on to another.
+double turned(double from, double to) {
+  const double width = to - from;
+  if (width < 0) return width + kTurn;
+  return width < kTurn ? width : width - kTurn;
+}
+
+// A rectangle as its middle and half its sides.
+struct Extent {
+  MKMapPoint middle;
+  MKMapPoint half;
+
+  Extent(MKMapPoint low, MKMapPoint high)
+      : middle{(low.x + high.x) / 2, (low.y + high.y) / 2},
+        half{(high.x - low.x) / 2, (high.y - low.y) / 2} {}
+
+  // At least the length of any of its points.
+  double reach() const { return std::abs(middle.x) + std::abs(middle.y) + half.x + half.y; }
+
+  // By how much the cross product with a vector differs from that of the middle, at most.
+  double spread(MKMapPoint vector) const {
+    return half.x * std::abs(vector.y) + half.y * std::abs(vector.x);
+  }
+};
+
+}  // namespace
+
+double WallShadows::directionOf(MKMapPoint vector) {
+  const double part = vector.y / (std::abs(vector.x) + std::abs(vector.y));
+  if (vector.x < 0) return 2.0 - part;
+  return vector.y >= 0 ? part : kTurn + part;
+}
+
+MKMapPoint WallShadows::towards(double direction) {
+  const double x = direction < 2 ? 1.0 - direction : direction - 3.0;
+  if (direction <= 1) return {x, direction};
+  return {x, direction < 3 ? 2.0 - direction : direction - kTurn};
+}
+
+bool WallShadows::isBehind(const Shadow& shadow, const View& view) {
+  const Extent extent(view.low, view.high);
+  const double size = std::abs(shadow.along.x) + std::abs(shadow.along.y);
+  const double least = crossProduct(extent.middle, shadow.along) - extent.spread(shadow.along);
+  return least - kRounding * extent.reach() * size >= shadow.limit;
+}
+
+bool WallShadows::isNearer(const Shadow& a, const Shadow& b, double direction) {
+  const MKMapPoint ray = towards(direction);
+  return a.limit * crossProduct(ray, b.along) < b.limit * crossProduct(ray, a.along);
+}
+
+// Where the viewpoint is a wall's end, or on it to the last bit, the fraction r is nothing whatever
+// the line; s is then that of the viewpoint, for every line that is not along the wall.
+bool WallShadows::standsOn(const WallGrid::Piece& wall) const {
+  const MKMapPoint from = difference(wall.from, viewpoint_);
+  const MKMapPoint to = difference(wall.to, viewpoint_);
+  const auto [near, far] = std::minmax({lengthOf(from), lengthOf(to)});
+  if (!(far >= kShortestReach && far <= kLongestReach)) return false;
+  if (near == 0) return true;
+  return crossProduct(from, difference(wall.to, wall.from)) == 0 &&
+         from.x * to.x + from.y * to.y < 0 && near >= kLeastRatioOnWall * far;
+}
+
+// Nothing for walls that are seen so that rounding counts.
+std::optional<WallShadows::Shadow> WallShadows::shadowOf(const WallGrid::Piece& wall) const {
+  const MKMapPoint from = difference(wall.from, viewpoint_);
+  const MKMapPoint to = difference(wall.to, viewpoint_);
+  const MKMapPoint along = difference(wall.to, wall.from);
+  const auto [near, far] = std::minmax({lengthOf(from), lengthOf(to)});
+  const double turn = crossProduct(from, along);
+  if (turn == 0 || near < std::max(kShortestReach, kLeastRatio * far)) return std::nullopt;
+  if (!(far <= kLongestReach)) return std::nullopt;
+  Shadow shadow{directionOf(from), directionOf(to), along, std::abs(turn) * (1.0 + kClear)};
+  if (turn < 0) {
+    std::swap(shadow.start, shadow.end);
+    shadow.along = {-along.x, -along.y};
+  }
+  const bool isSeenAlong = std::abs(turn) < 2.0 * kClear * far * lengthOf(along);
+  const double inset = isSeenAlong ? 4.0 * kClear : 0.0;
+  const double width = turned(shadow.start, shadow.end);
+  // A wall takes half a turn at most; more is what is left when one of almost nothing is rounded.
+  if (width > 2.0 + kClear || width - 2.0 * inset < 4.0 * kSliver) return std::nullopt;
+  shadow.start = turned(0, shadow.start + inset);
+  shadow.end = turned(0, shadow.end - inset);
+  return shadow;
+}
+
+void WallShadows::add(const WallGrid::Piece& wall) {
+  if (standsOn(wall)) {
+    ownWall_ = difference(wall.to, wall.from);
+    isOnWall_ = true;
+    return;
+  }
+  const auto whole = shadowOf(wall);
+  if (!whole) return;
+  if (whole->start < whole->end) {
+    insert(*whole);
+    return;
+  }
+  // Two parts, each a little longer than up to the direction of x, so that this is an end of none.
+  constexpr double kOverlap = 8.0 * kSliver;
+  Shadow before = *whole;
+  Shadow after = *whole;
+  before.end = kTurn + std::min(whole->end, kOverlap);
+  after.start = std::max(whole->start - kTurn, -kOverlap);
+  insert(before);
+  insert(after);
+}
+
+// Where shadows overlap, the nearer one stays.
+void WallShadows::insert(const Shadow& shadow) {
+  const auto first = std::partition_point(
+      shadows_.begin(), shadows_.end(), [&](const Shadow& old) { return old.end <= shadow.start; });
+  auto last = first;
+  replacement_.clear();
+  const auto put = [this](const Shadow& whole, double start, double end) {
+    if (end - start > kSliver) replacement_.push_back({start, end, whole.along, whole.limit});
+  };
+  double start = shadow.start;
+  Shadow tail = shadow;
+  tail.start = tail.end;
+  for (; last != shadows_.end() && last->start < shadow.end; ++last) {
+    const double low = std::max(last->start, shadow.start);
+    const double high = std::min(last->end, shadow.end);
+    if (!isNearer(shadow, *last, (low + high) / 2)) {
+      put(shadow, start, last->start);
+      put(*last, last->start, last->end);
+      start = last->end;
+      continue;
+    }
+    put(*last, last->start, shadow.start);
+    tail = *last;
+    tail.start = std::min(shadow.end, tail.end);
+  }
+  put(shadow, start, shadow.end);
+  put(tail, tail.start, tail.end);
+  const auto place = shadows_.erase(first, last);
+  shadows_.insert(place, replacement_.begin(), replacement_.end());
+}
+
+// The corners that are outermost to the right and to the left, seen from the viewpoint.
+WallShadows::View WallShadows::viewOf(MKMapPoint low, MKMapPoint high) const {
+  View view{difference(low, viewpoint_), difference(high, viewpoint_), 0, 0};
+  const MKMapPoint a = view.low;
+  const MKMapPoint b = view.high;
+  const MKMapPoint near{a.x > 0 ? a.x : b.x, a.y > 0 ? a.y : b.y};
+  MKMapPoint right = near;
+  MKMapPoint left = near;
+  if (a.y > 0) {
+    right.x = b.x;
+    left.x = a.x;
+  } else if (b.y < 0) {
+    right.x = a.x;
+    left.x = b.x;
+  }
+  if (a.x > 0) {
+    right.y = a.y;
+    left.y = b.y;
+  } else if (b.x < 0) {
+    right.y = b.y;
+    left.y = a.y;
+  }
+  view.start = directionOf(right);
+  view.end = directionOf(left);
+  return view;
+}
+
+bool WallShadows::isBesideOwnWall(const View& view) const {
+  const Extent extent(view.low, view.high);
+  const double size = std::abs(ownWall_.x) + std::abs(ownWall_.y);
+  return std::abs(crossProduct(extent.middle, ownWall_)) - extent.spread(ownWall_) >
+         4.0 * kClear * extent.reach() * size;
+}
+
+bool WallShadows::covers(double start, double end, const View& view) {
+  auto shadow = std::upper_bound(
+      shadows_.begin(), shadows_.end(), start,
+      [](double direction, const Shadow& other) { return direction < other.start; });
+  if (shadow == shadows_.begin()) return false;
+  --shadow;
+  if (start - shadow->start < 2.0 * kSliver) ends_.push_back({shadow->start, &*shadow});
+  while (isBehind(*shadow, view)) {
+    if (shadow->end - end >= 2.0 * kSliver) return true;
+    ends_.push_back({shadow->end, &*shadow});
+    if (shadow->end >= end) return true;
+    const double reached = shadow->end;
+    ++shadow;
+    if (shadow == shadows_.end() || shadow->start - reached > kSliver) return false;
+    ends_.push_back({shadow->start, &*shadow});
+  }
+  return false;
+}
+
+// Leaves in `ends_` the directions whose slivers reach into the view.
+bool WallShadows::isHidden(MKMapPoint low, MKMapPoint high) {
+  ends_.clear();
+  if (shadows_.empty() && !isOnWall_) return false;
+  const View view = viewOf(low, high);
+  const bool isAround = view.low.x <= 0 && view.high.x >= 0 && view.low.y <= 0 && view.high.y >= 0;
+  if (isAround) return false;
+  if (isOnWall_ && isBesideOwnWall(view)) return true;
+  if (view.start <= view.end) return covers(view.start, view.end, view);
+  return covers(view.start, kTurn, view) && covers(0, view.end, view);
+}
+
+bool WallShadows::hides(MKMapPoint point) { return hides(point, point); }
+
+bool WallShadows::hides(MKMapPoint low, MKMapPoint high) {
+  return isHidden(low, high) && ends_.empty();
+}
+
+bool WallShadows::hidesButForSlivers(MKMapPoint low, MKMapPoint high,
+                                     std::vector<Sliver>& slivers) {
+  if (!isHidden(low, high)) return false;
+  for (const End& end : ends_) {
+    const double direction = end.direction < kTurn ? end.direction : end.direction - kTurn;
+    const auto next = std::lower_bound(slivers_.begin(), slivers_.end(), direction - kSliver / 2);
+    if (next != slivers_.end() && *next <= direction + kSliver / 2) continue;
+    slivers_.insert(next, direction);
+    slivers.push_back(sliverOf(end));
+  }
+  return true;
+}
+
+WallShadows::Sliver WallShadows::sliverOf(const End& end) {
+  const MKMapPoint direction = towards(end.direction);
+  return {direction, end.shadow->limit / crossProduct(direction, end.shadow->along)};
+}
+
+bool WallShadows::reachesInto(const Sliver& sliver, MKMapPoint low, MKMapPoint high) const {
+  const Extent extent(difference(low, viewpoint_), difference(high, viewpoint_));
+  const MKMapPoint& ray = sliver.direction;
+  const double beside = std::abs(crossProduct(extent.middle, ray)) - extent.spread(ray);
+  const double ahead = extent.middle.x * ray.x + extent.middle.y * ray.y +
+                       extent.half.x * std::abs(ray.x) + extent.half.y * std::abs(ray.y);
+  return ahead >= 0 && beside <= 4.0 * kSliver * extent.reach();
+}
+
+std::optional<WallShadows::Shadow> WallShadows::lidOf(const Sliver& sliver,
+                                                      const WallGrid::Piece& wall) const {
+  constexpr double kInside = 16.0 * kSliver;
+  const auto shadow = shadowOf(wall);
+  if (!shadow) return std::nullopt;
+  const double place = turned(shadow->start, directionOf(sliver.direction));
+  const double width = turned(shadow->start, shadow->end);
+  if (place < kInside || width - place < kInside) return std::nullopt;
+  return shadow;
+}
+
+bool WallShadows::isBehind(const Shadow& shadow, MKMapPoint low, MKMapPoint high) const {
+  return isBehind(shadow, View{difference(low, viewpoint_), difference(high, viewpoint_), 0, 0});
+}
+
+}  // namespace KorvaniNavigation

@@ -1,0 +1,222 @@
+#include "Navigation/Localisation/WallShadows.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+#include <vector>
+
+using KorvaniNavigation::MKMapPoint;
+using KorvaniNavigation::segmentsMeet;
+using KorvaniNavigation::WallGrid;
+using KorvaniNavigation::WallShadows;
+
+namespace {
+
+using Walls = std::vector<WallGrid::Piece>;
+
+WallShadows shadowsFrom(MKMapPoint viewpoint, const Walls& walls) {
+  WallShadows shadows(viewpoint);
+  for (const WallGrid::Piece& wall : walls) shadows.add(wall);
+  return shadows;
+}
+
+// A wall east of the origin, from (10, -10) to (10, 10).
+WallShadows eastWall() { return shadowsFrom({0, 0}, {{{10, -10}, {10, 10}}}); }
+
+// The walls of a polygon around (0, 0), the first corner to the east.
+Walls polygon(int corners, double radius) {
+  Walls walls;
+  const auto corner = [&](int i) {
+    const double angle = 2 * 3.14159265358979 * (i % corners) / corners;
+    return MKMapPoint{radius * std::cos(angle), radius * std::sin(angle)};
+  };
+  for (int i = 0; i < corners; ++i) walls.push_back({corner(i), corner(i + 1)});
+  return walls;
+}
+
+}  // namespace
+
+TEST(WallShadows, WithoutWallsNothingIsHidden) {
+  WallShadows shadows({0, 0});
+  std::vector<WallShadows::Sliver> slivers;
+  EXPECT_FALSE(shadows.hides({5, 5}));
+  EXPECT_FALSE(shadows.hidesButForSlivers({5, 5}, {6, 6}, slivers));
+}
+
+TEST(WallShadows, HidesWhatIsBehindAWall) {
+  EXPECT_TRUE(eastWall().hides({10.1, 0}));
+  EXPECT_TRUE(eastWall().hides({1e6, 5e5}));
+  EXPECT_TRUE(eastWall().hides({20, -19.9}));
+}
+
+TEST(WallShadows, HidesNothingBeforeAWallOrBesideIt) {
+  EXPECT_FALSE(eastWall().hides({9.9, 0}));
+  EXPECT_FALSE(eastWall().hides({20, 20.1}));
+  EXPECT_FALSE(eastWall().hides({-20, 0}));
+  EXPECT_FALSE(eastWall().hides({0, 0}));
+}
+
+TEST(WallShadows, IsNotSureOfWhatIsOnAWallOrBehindItsEnd) {
+  EXPECT_FALSE(eastWall().hides({10, 0}));
+  EXPECT_FALSE(eastWall().hides({20, 20}));
+}
+
+TEST(WallShadows, HidesAnAreaThatIsWhollyBehindAWall) {
+  EXPECT_TRUE(eastWall().hides({11, -5}, {30, 5}));
+  EXPECT_FALSE(eastWall().hides({9, -5}, {30, 5}));
+  EXPECT_FALSE(eastWall().hides({11, -5}, {12, 15}));
+  EXPECT_FALSE(eastWall().hides({-1, -1}, {30, 5}));
+}
+
+TEST(WallShadows, HidesAreasInAllDirections) {
+  for (double angle = 0.1; angle < 6.28; angle += 0.1) {
+    const MKMapPoint ahead{std::cos(angle), std::sin(angle)};
+    const auto at = [&](double along, double across) {
+      return MKMapPoint{along * ahead.x - across * ahead.y, along * ahead.y + across * ahead.x};
+    };
+    auto shadows = shadowsFrom({0, 0}, {{at(1, -1), at(1, 1)}});
+    const MKMapPoint middle = at(3, 0);
+    EXPECT_TRUE(shadows.hides({middle.x - 1, middle.y - 1}, {middle.x + 1, middle.y + 1})) << angle;
+    EXPECT_FALSE(shadows.hides({-middle.x - 1, -middle.y - 1}, {-middle.x + 1, -middle.y + 1}));
+  }
+}
+
+TEST(WallShadows, TwoWallsHideWhatIsBehindTheirCornerButForASliver) {
+  auto shadows = shadowsFrom({0, 0}, {{{10, 0}, {10, 10}}, {{10, 10}, {0, 10}}});
+  EXPECT_FALSE(shadows.hides({20, 20}, {30, 30}));
+  std::vector<WallShadows::Sliver> slivers;
+  EXPECT_TRUE(shadows.hidesButForSlivers({20, 20}, {30, 30}, slivers));
+  ASSERT_EQ(slivers.size(), 1u);
+  EXPECT_NEAR(slivers[0].direction.x, slivers[0].direction.y, 1e-12);
+  EXPECT_NEAR(slivers[0].direction.x * slivers[0].reach, 10, 1e-4);
+  EXPECT_TRUE(shadows.reachesInto(slivers[0], {25, 25}, {25, 25}));
+  EXPECT_FALSE(shadows.reachesInto(slivers[0], {25, 25.001}, {25, 25.001}));
+  EXPECT_FALSE(shadows.reachesInto(slivers[0], {-25, -25}, {-25, -25}));
+  EXPECT_FALSE(shadows.hides({25, 25}));
+  EXPECT_TRUE(shadows.hides({25, 25.001}));
+}
+
+TEST(WallShadows, AWallBehindACornerIsTheLidOfItsSliver) {
+  auto shadows = shadowsFrom({0, 0}, {{{10, 0}, {10, 10}}, {{10, 10}, {0, 10}}});
+  std::vector<WallShadows::Sliver> slivers;
+  ASSERT_TRUE(shadows.hidesButForSlivers({20, 20}, {30, 30}, slivers));
+  const auto lid = shadows.lidOf(slivers[0], {{10, 20}, {20, 10}});
+  ASSERT_TRUE(lid);
+  EXPECT_TRUE(shadows.isBehind(*lid, {15.1, 15.1}, {15.1, 15.1}));
+  EXPECT_TRUE(shadows.isBehind(*lid, {16, 16}, {40, 40}));
+  EXPECT_FALSE(shadows.isBehind(*lid, {14.9, 14.9}, {14.9, 14.9}));
+  EXPECT_FALSE(shadows.isBehind(*lid, {14, 14}, {40, 40}));
+}
+
+TEST(WallShadows, AWallThatEndsInASliverOrBesideItIsNoLid) {
+  auto shadows = shadowsFrom({0, 0}, {{{10, 0}, {10, 10}}, {{10, 10}, {0, 10}}});
+  std::vector<WallShadows::Sliver> slivers;
+  ASSERT_TRUE(shadows.hidesButForSlivers({20, 20}, {30, 30}, slivers));
+  EXPECT_FALSE(shadows.lidOf(slivers[0], {{15, 15}, {20, 10}}));
+  EXPECT_FALSE(shadows.lidOf(slivers[0], {{10, 20}, {15, 15}}));
+  EXPECT_FALSE(shadows.lidOf(slivers[0], {{16, 15}, {20, 10}}));
+  EXPECT_FALSE(shadows.lidOf(slivers[0], {{12, 12}, {20, 20}}));
+  EXPECT_FALSE(shadows.lidOf(slivers[0], {{-10, -20}, {-20, -10}}));
+}
+
+TEST(WallShadows, NamesEachSliverOnce) {
+  auto shadows = shadowsFrom({0, 0}, {{{10, 0}, {10, 10}}, {{10, 10}, {0, 10}}});
+  std::vector<WallShadows::Sliver> slivers;
+  EXPECT_TRUE(shadows.hidesButForSlivers({20, 20}, {30, 30}, slivers));
+  EXPECT_TRUE(shadows.hidesButForSlivers({40, 40}, {50, 50}, slivers));
+  EXPECT_EQ(slivers.size(), 1u);
+}
+
+TEST(WallShadows, AGapBetweenTwoWallsHidesNothingBehindIt) {
+  auto shadows = shadowsFrom({0, 0}, {{{10, 0}, {10, 9.99}}, {{10, 10}, {0, 10}}});
+  std::vector<WallShadows::Sliver> slivers;
+  EXPECT_FALSE(shadows.hidesButForSlivers({20, 20}, {30, 30}, slivers));
+  EXPECT_TRUE(slivers.empty());
+}
+
+TEST(WallShadows, AClosedRoomHidesEveryAreaAroundIt) {
+  for (const int corners : {3, 4, 7, 40}) {
+    auto shadows = shadowsFrom({0.1, 0.2}, polygon(corners, 1));
+    std::vector<WallShadows::Sliver> slivers;
+    for (double x = -20; x < 20; x += 0.7) {
+      for (double y = -20; y < 20; y += 0.7) {
+        if (std::hypot(x + 0.35, y + 0.35) < 4) continue;
+        EXPECT_TRUE(shadows.hidesButForSlivers({x, y}, {x + 0.7, y + 0.7}, slivers))
+            << x << "," << y << " with " << corners;
+      }
+    }
+    EXPECT_EQ(slivers.size(), static_cast<std::size_t>(corners));
+    for (const auto& wall : polygon(corners, 1)) {
+      const MKMapPoint behind{0.1 + (wall.from.x - 0.1) * 5, 0.2 + (wall.from.y - 0.2) * 5};
+      EXPECT_EQ(std::count_if(slivers.begin(), slivers.end(),
+                              [&](const WallShadows::Sliver& sliver) {
+                                return shadows.reachesInto(sliver, behind, behind);
+                              }),
+                1)
+          << behind.x << "," << behind.y;
+    }
+  }
+}
+
+TEST(WallShadows, OfTwoWallsInOneDirectionTheNearerCounts) {
+  const WallGrid::Piece far{{20, -30}, {20, 30}};
+  const WallGrid::Piece near{{10, -2}, {10, 2}};
+  for (const Walls& walls : {Walls{far, near}, Walls{near, far}}) {
+    auto shadows = shadowsFrom({0, 0}, walls);
+    EXPECT_TRUE(shadows.hides({12, 0}));
+    EXPECT_FALSE(shadows.hides({12, 4}));
+    EXPECT_TRUE(shadows.hides({22, 9}));
+    EXPECT_TRUE(shadows.hides({22, -9}));
+  }
+}
+
+TEST(WallShadows, AWallThatTheViewpointIsOnHidesBothItsSides) {
+  for (const MKMapPoint viewpoint : {MKMapPoint{0, 0}, MKMapPoint{4, 0}, MKMapPoint{10, 0}}) {
+    auto shadows = shadowsFrom(viewpoint, {{{0, 0}, {10, 0}}});
+    EXPECT_TRUE(shadows.hides({3, 0.01}));
+    EXPECT_TRUE(shadows.hides({3, -5}, {90, -4}));
+    EXPECT_FALSE(shadows.hides({3, 0}));
+    EXPECT_FALSE(shadows.hides({30, 0}));
+    EXPECT_FALSE(shadows.hides({3, -5}, {90, 4}));
+  }
+}
+
+TEST(WallShadows, AWallInLineWithTheViewpointHidesNothing) {
+  auto shadows = shadowsFrom({0, 0}, {{{5, 5}, {10, 10}}});
+  EXPECT_FALSE(shadows.hides({20, 20}));
+  EXPECT_FALSE(shadows.hides({20, 20.001}));
+}
+
+// Coordinates as large as those of the map plane, viewpoints close to walls and their ends, and
+// points near the bounds of what is hidden.
+TEST(WallShadows, WhatIsHiddenIsBehindAWallByTheFormula) {
+  std::mt19937 chance(1);
+  const auto part = [&] { return static_cast<double>(chance()) / 4294967296.0; };
+  const auto tiny = [&] { return std::pow(10.0, -12 * part()) * (part() - 0.5); };
+  std::size_t hiddenCount = 0;
+  for (int world = 0; world < 2000; ++world) {
+    const auto place = [&] { return MKMapPoint{1.4e8 + 100 * part(), 9e7 + 100 * part()}; };
+    Walls walls;
+    for (int i = 0; i < 6; ++i) walls.push_back({i % 2 == 0 ? place() : walls.back().to, place()});
+    const MKMapPoint on = part() < 0.5 ? walls[0].to : place();
+    const MKMapPoint viewpoint{on.x + tiny(), on.y + tiny()};
+    auto shadows = shadowsFrom(viewpoint, walls);
+    for (int i = 0; i < 60; ++i) {
+      MKMapPoint point = place();
+      if (i % 2 == 0) {
+        const MKMapPoint end = walls[chance() % walls.size()].to;
+        const double reach = 1 + 3 * part();
+        point = {viewpoint.x + (end.x - viewpoint.x) * reach + tiny(),
+                 viewpoint.y + (end.y - viewpoint.y) * reach + tiny()};
+      }
+      if (!shadows.hides(point)) continue;
+      ++hiddenCount;
+      bool met = false;
+      for (const auto& wall : walls) met |= segmentsMeet(viewpoint, point, wall.from, wall.to);
+      ASSERT_TRUE(met) << world << ", " << i;
+    }
+  }
+  EXPECT_GT(hiddenCount, 30000u);
+}
