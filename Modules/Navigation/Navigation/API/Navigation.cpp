@@ -46,9 +46,11 @@ struct FacadeRoles final : GraphSettings, GraphSource, TaskHost, ActiveRoute {
   std::shared_ptr<KRVNavGraph> graph() const override { return navigation.graph(); }
   std::shared_ptr<KRVNavGraph> graphForActiveRoute() const override {
     // Without a reference of its own: the last one to a task must not end on this thread.
-    return navigation.activeRoutingTask_.read([](const std::shared_ptr<RoutingTask>& active) {
-      return active ? active->graphForRoute() : nullptr;
-    });
+    const auto followed =
+        navigation.activeRoutingTask_.read([](const std::shared_ptr<RoutingTask>& active) {
+          return active ? std::optional(active->followedGraph()) : std::nullopt;
+        });
+    return followed ? followed->graph() : nullptr;
   }
 
   void appendTask(const std::shared_ptr<Task>& task) override {

@@ -15,16 +15,17 @@ class KRVNavPoint;
 
 /// One turn-by-turn instruction of a route: in 12.5 m turn left.
 ///
-/// A value that never changes after it was made. Besides its fields it carries them as a
-/// dictionary of numbers, strings and dictionaries, made once, which hosts in other languages
-/// read or serialise as it is:
+/// A value that never changes after it was made. Besides its fields it gives them as a
+/// dictionary of numbers, strings and dictionaries, which hosts in other languages read or
+/// serialise as it is:
 ///
 ///     for (const Directions& instruction : route.directions()) {
 ///       show(instruction.description());               // "12.5,left"
 ///       send(instruction.directionsJson());
 ///     }
 ///
-/// Copies share the waypoint and the dictionary, so they are cheap.
+/// Copies share everything, so they are cheap. The dictionary is made when it is first asked for:
+/// most hosts read the fields or the dictionary, and a route has dozens of instructions.
 /// Thread safety: may be read from any thread.
 class KORVANI_API Directions {
  public:
@@ -38,19 +39,19 @@ class KORVANI_API Directions {
              std::optional<DirectionsArrow> arrow, std::optional<std::string> levelChangeTypeName);
 
   /// What to do.
-  DirectionsType type() const { return type_; }
+  DirectionsType type() const;
 
   /// Metres until the instruction applies.
-  double distance() const { return distance_; }
+  double distance() const;
 
   /// The route point at which the instruction applies; null when it names none.
-  const std::shared_ptr<KRVNavPoint>& nextWaypoint() const { return nextWaypoint_; }
+  const std::shared_ptr<KRVNavPoint>& nextWaypoint() const;
 
   /// Where to draw an arrow; absent when there is nothing to draw.
-  const std::optional<DirectionsArrow>& arrow() const { return arrow_; }
+  const std::optional<DirectionsArrow>& arrow() const;
 
   /// The kind of connection by which the level changes ("stairs"), as the graph names it.
-  const std::optional<std::string>& levelChangeTypeName() const { return levelChangeTypeName_; }
+  const std::optional<std::string>& levelChangeTypeName() const;
 
   /// The instruction as a dictionary, keyed by the `kKRVIndoorTurnByTurn...` constants of
   /// API/Constants.hpp.
@@ -60,19 +61,18 @@ class KORVANI_API Directions {
   /// connection (string). A place is a dictionary of latitude and longitude (doubles) and an
   /// altitude that is the level number (integer). Without an arrow its numbers are 0; without
   /// a waypoint the waypoint's place repeats the arrow's; without a kind it is "".
-  const Dictionary& directionsJson() const { return *directionsJson_; }
+  const Dictionary& directionsJson() const;
 
   /// Distance and case name for logs and tests, as "12.5,left" or "12.0,destination": the
   /// distance with up to 15 significant digits, always with a fractional part or an exponent.
   std::string description() const;
 
  private:
-  DirectionsType type_ = DirectionsType::unknown;
-  double distance_ = 0;
-  std::shared_ptr<KRVNavPoint> nextWaypoint_;
-  std::optional<DirectionsArrow> arrow_;
-  std::optional<std::string> levelChangeTypeName_;
-  std::shared_ptr<const Dictionary> directionsJson_;
+  struct Contents;
+
+  const Contents& contents() const;
+
+  std::shared_ptr<const Contents> contents_;  ///< null for an empty instruction
 };
 
 }  // namespace KorvaniNavigation

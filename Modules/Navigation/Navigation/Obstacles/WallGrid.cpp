@@ -23,8 +23,9 @@ constexpr double kWidestMargin = 8.0;
 // Directions are told by the slope against the nearer axis: from -1 to 1 for those rather level,
 // from there to 3 for those rather steep, and round again. It grows by one to two times the angle,
 // so two lines within kLeastSine of each other are half a step apart at most.
-constexpr double kStep = 4.0 * WallGrid::kLeastSine;
-constexpr std::int32_t kDirectionCount = static_cast<std::int32_t>(4.0 / kStep + 0.5);
+constexpr std::int32_t kDirectionCount = 100'000'000;
+constexpr double kStep = 4.0 / kDirectionCount;
+static_assert(kStep >= 4.0 * WallGrid::kLeastSine);
 // How far apart two lines of one direction may lie to be taken for one, as a part of the extent:
 // three steps of direction, and single precision, make up a quarter of it.
 constexpr double kLineTolerance = 1e-6;
@@ -218,8 +219,8 @@ bool WallGrid::walk(Place a, Place b, double margin, Visit visit) const {
   const double slope = to == from ? 0 : ((level ? b.y : b.x) - across) / (to - from);
   const double low = std::min(from, to);
   const double high = std::max(from, to);
-  const double last = static_cast<double>((level ? columnCount_ : rowCount_) - 1);
-  const double lastAcross = static_cast<double>((level ? rowCount_ : columnCount_) - 1);
+  const auto last = static_cast<double>((level ? columnCount_ : rowCount_) - 1);
+  const auto lastAcross = static_cast<double>((level ? rowCount_ : columnCount_) - 1);
   if (high + margin < 0 || low - margin >= last + 1) return false;
   const auto first = static_cast<std::int64_t>(std::clamp(low - margin, 0.0, last));
   const auto final = static_cast<std::int64_t>(std::clamp(high + margin, 0.0, last));

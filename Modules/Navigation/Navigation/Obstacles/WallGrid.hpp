@@ -53,7 +53,7 @@ inline bool segmentsMeet(MKMapPoint a, MKMapPoint b, MKMapPoint p, MKMapPoint q)
 struct WallEdge {
   MKMapPoint from;
   MKMapPoint to;
-  std::uint32_t obstacle;  // its place in the list
+  std::uint32_t obstacle = 0;  // its place in the list
 };
 
 class WallGrid {

@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "Navigation/Graph/GraphSource.hpp"
 #include "Navigation/Graph/KRVNavEdge.hpp"
 #include "Navigation/Graph/KRVNavGraph.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
@@ -18,10 +19,11 @@ namespace {
 
 class RouteGraphBuilder {
  public:
-  explicit RouteGraphBuilder(const std::weak_ptr<ConfigDependents>& configuration)
+  RouteGraphBuilder(const std::weak_ptr<ConfigDependents>& configuration,
+                    RegionFinder::Regions regions)
       : regionFinder_(std::make_shared<RegionFinder>(configuration)),
         graph_(std::make_shared<KRVNavGraph>()) {
-    regionFinder_->updateRegions();
+    regionFinder_->setRegions(std::move(regions));
   }
 
   std::shared_ptr<KRVNavGraph> build(const std::vector<Step>& steps) {
@@ -76,11 +78,28 @@ class RouteGraphBuilder {
   std::int64_t nextIdentifier_ = -2;
 };
 
+RegionFinder::Regions regionsOfBuilding() {
+  const auto building = graphSource().graph();
+  return building ? std::as_const(*building).regions() : RegionFinder::Regions();
+}
+
 }  // namespace
 
 std::shared_ptr<KRVNavGraph> buildRouteGraph(const Route& route,
                                              const std::weak_ptr<ConfigDependents>& configuration) {
-  return RouteGraphBuilder(configuration).build(route.steps());
+  return RouteGraphBuilder(configuration, regionsOfBuilding()).build(route.steps());
+}
+
+RouteGraphOnDemand::RouteGraphOnDemand(std::shared_ptr<const Route> route,
+                                       std::weak_ptr<ConfigDependents> configuration)
+    : route_(std::move(route)),
+      configuration_(std::move(configuration)),
+      regions_(regionsOfBuilding()) {}
+
+std::shared_ptr<KRVNavGraph> RouteGraphOnDemand::graph() const {
+  const std::lock_guard lock(building_);
+  if (!graph_) graph_ = RouteGraphBuilder(configuration_, regions_).build(route_->steps());
+  return graph_;
 }
 
 }  // namespace KorvaniNavigation

@@ -3,6 +3,9 @@
 // Internal. The small graph of one route.
 
 #include <memory>
+#include <mutex>
+
+#include "Navigation/Localisation/RegionFinder.hpp"
 
 namespace KorvaniNavigation {
 
@@ -20,5 +23,25 @@ class Route;
 /// another.
 std::shared_ptr<KRVNavGraph> buildRouteGraph(const Route& route,
                                              const std::weak_ptr<ConfigDependents>& configuration);
+
+/// The graph of a route for who asks for it: many a route is replaced by the next one before
+/// anybody does. It is the graph that would have been built with the route.
+///
+/// Thread safety: any thread at any time; who asks first builds it, others wait.
+class RouteGraphOnDemand {
+ public:
+  RouteGraphOnDemand(std::shared_ptr<const Route> route,
+                     std::weak_ptr<ConfigDependents> configuration);
+
+  /// The same object each time.
+  std::shared_ptr<KRVNavGraph> graph() const;
+
+ private:
+  std::shared_ptr<const Route> route_;
+  std::weak_ptr<ConfigDependents> configuration_;
+  RegionFinder::Regions regions_;  // of the building, as it was when the route was made
+  mutable std::mutex building_;
+  mutable std::shared_ptr<KRVNavGraph> graph_;
+};
 
 }  // namespace KorvaniNavigation

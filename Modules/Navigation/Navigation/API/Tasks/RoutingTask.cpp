@@ -113,10 +113,18 @@ void RoutingTask::updateDestinations(const Points& destinations) {
   });
 }
 
-std::shared_ptr<KRVNavGraph> RoutingTask::graphForRoute() const {
-  const State state = state_.load();
-  return state.route ? state.calculatedGraphForRoute : graphSource().graph();
+RoutingTask::FollowedGraph RoutingTask::followedGraph() const {
+  return state_.read([](const State& state) {
+    return FollowedGraph{state.route != nullptr, state.calculatedGraphForRoute};
+  });
 }
+
+std::shared_ptr<KRVNavGraph> RoutingTask::FollowedGraph::graph() const {
+  if (!hasRoute) return graphSource().graph();
+  return ofRoute ? ofRoute->graph() : nullptr;
+}
+
+std::shared_ptr<KRVNavGraph> RoutingTask::graphForRoute() const { return followedGraph().graph(); }
 
 void RoutingTask::setSnappingTask(std::shared_ptr<SnappingTask> task) {
   exchangeSnappingTask(std::move(task));
@@ -297,8 +305,9 @@ void RoutingTask::completeRoute() {
   auto route = std::make_shared<Route>(*current_.route);
   route->setDirections(directions_ ? directionsFinder_->directionsForRoute(route->steps(), false)
                                    : std::vector<Directions>());
-  current_.calculatedGraphForRoute = buildRouteGraph(*route, weakConfigDependents());
   current_.route = std::move(route);
+  current_.calculatedGraphForRoute =
+      std::make_shared<RouteGraphOnDemand>(current_.route, weakConfigDependents());
 }
 
 void RoutingTask::storeCurrent() {

@@ -20,6 +20,7 @@ class Intersection;
 class IntersectionTask;
 class KRVNavGraph;
 class KRVNavPoint;
+class RouteGraphOnDemand;
 class RoutingUpdateTask;
 class SearchTimeLimit;
 class SnappingTask;
@@ -138,8 +139,16 @@ class KORVANI_API RoutingTask : public Task {
     /// Destinations that came during an execution. Stays set once it was.
     std::optional<Points> tempPossibleDestinations;
     std::shared_ptr<const Route> route;
-    std::shared_ptr<KRVNavGraph> calculatedGraphForRoute;
+    std::shared_ptr<const RouteGraphOnDemand> calculatedGraphForRoute;
     std::shared_ptr<KRVNavPoint> destination;
+  };
+
+  /// What positions are mapped onto at a moment, before any of it is built.
+  struct FollowedGraph {
+    bool hasRoute = false;
+    std::shared_ptr<const RouteGraphOnDemand> ofRoute = nullptr;
+
+    std::shared_ptr<KRVNavGraph> graph() const;
   };
 
   struct Start {
@@ -150,6 +159,7 @@ class KORVANI_API RoutingTask : public Task {
   RoutingTask(std::weak_ptr<ConfigDependents> configDependents, std::shared_ptr<KRVNavPoint> point,
               Points possibleDestinations, CompletionHandler completionHandler);
 
+  FollowedGraph followedGraph() const;
   bool proceedTo(std::shared_ptr<KRVNavPoint> point, const std::function<void()>& taken,
                  std::shared_ptr<Task>& own);
   std::shared_ptr<SnappingTask> exchangeSnappingTask(std::shared_ptr<SnappingTask> task);
