@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Navigation/Graph/GraphChanges.hpp"
 #include "Navigation/Graph/KRVNavEdge.hpp"
 #include "Navigation/Graph/KRVNavGraph.hpp"
 #include "Navigation/Graph/KRVNavObstacle.hpp"
@@ -9,11 +10,6 @@
 #include "Navigation/Graph/KRVNavRegion.hpp"
 
 namespace KorvaniNavigation {
-
-GraphChanges& graphChanges() {
-  static auto* const changes = new GraphChanges();
-  return *changes;
-}
 
 void GraphAccess::watch(const KRVNavEdge& edge) { edge.isWatched_.set(); }
 void GraphAccess::watch(const KRVNavObstacle& obstacle) { obstacle.isWatched_.set(); }

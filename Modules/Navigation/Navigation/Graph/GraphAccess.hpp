@@ -31,20 +31,7 @@ class KRVNavPoint;
 class KRVNavRegion;
 
 using KorvaniCommon::Derived;
-using KorvaniCommon::Revision;
 using KorvaniCommon::RevisionStamp;
-
-// Kinds of change of watched objects.
-struct GraphChanges {
-  Revision points;     // a point's numbers, coordinate, level or region
-  Revision regions;    // a region's graph
-  Revision edgeEnds;   // an edge's start or end
-  Revision edgeCosts;  // an edge's distance, multiplicator or barrier-freeness
-  Revision obstacles;  // an obstacle's coordinates
-};
-
-// The process's own; never destroyed.
-GraphChanges& graphChanges();
 
 struct GraphAccess {
   static void watch(const KRVNavEdge& edge);

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "Navigation/Graph/GraphAccess.hpp"
+#include "Navigation/Graph/GraphChanges.hpp"
 
 namespace KorvaniNavigation {
 

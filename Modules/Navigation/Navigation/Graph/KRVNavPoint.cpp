@@ -3,7 +3,7 @@
 #include <cmath>
 #include <utility>
 
-#include "Navigation/Graph/GraphAccess.hpp"
+#include "Navigation/Graph/GraphChanges.hpp"
 #include "Navigation/Graph/GraphSettings.hpp"
 #include "Navigation/Graph/KRVNavEdge.hpp"
 #include "Navigation/Graph/KRVNavGraph.hpp"

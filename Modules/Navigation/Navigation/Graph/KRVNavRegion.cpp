@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "Navigation/Graph/GraphAccess.hpp"
+#include "Navigation/Graph/GraphChanges.hpp"
 #include "Navigation/Graph/KRVNavGraph.hpp"
 #include "Navigation/Graph/KRVNavObstacle.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
@@ -11,7 +11,7 @@
 namespace KorvaniNavigation {
 
 KRVNavRegion::KRVNavRegion(std::int64_t level)
-    : level_(level), nodesRevision_(std::make_shared<Revision>()) {
+    : level_(level), nodesRevision_(std::make_shared<KorvaniCommon::Revision>()) {
   nodes_.reportTo(nodesRevision_);
 }
 

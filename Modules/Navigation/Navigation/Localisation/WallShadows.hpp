@@ -110,7 +110,7 @@ class WallShadows {
   MKMapPoint viewpoint_;
   std::vector<Shadow> shadows_;  // by direction; they do not overlap
   std::vector<double> slivers_;  // directions gathered, ascending
-  std::vector<double> ends_;     // those of walls that matter to the last question
+  std::vector<End> ends_;        // those of walls that matter to the last question
   std::vector<Shadow> replacement_;
   MKMapPoint ownWall_;  // along the wall that the viewpoint is on
   bool isOnWall_ = false;

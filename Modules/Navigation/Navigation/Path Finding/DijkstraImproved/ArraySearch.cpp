@@ -60,9 +60,9 @@ ArraySearch::Points ArraySearch::points() const {
   return points;
 }
 
-std::optional<DijkstraImproved::Path> ArraySearch::bestPath() const {
+std::optional<PointPath> ArraySearch::bestPath() const {
   if (!path) return std::nullopt;
-  return DijkstraImproved::Path{points(), path->cost};
+  return PointPath{points(), path->cost};
 }
 
 }  // namespace KorvaniNavigation

@@ -14,12 +14,12 @@
 
 #include "Navigation/Path Finding/Arrays/CompiledGraph.hpp"
 #include "Navigation/Path Finding/Arrays/SearchGraph.hpp"
-#include "Navigation/Path Finding/DijkstraImproved/DijkstraImproved.hpp"
+#include "Navigation/Path Finding/DijkstraImproved/PointPath.hpp"
 
 namespace KorvaniNavigation {
 
 struct ArraySearch {
-  using Points = DijkstraImproved::Points;
+  using Points = std::vector<std::shared_ptr<KRVNavPoint>>;
 
   // The search that a finder is asked for; null when it must be made object by object: when the
   // graph is not ordinary, when a start is no node of it, and when a distance is none.
@@ -31,7 +31,7 @@ struct ArraySearch {
 
   // The way that was found; empty when there is none.
   Points points() const;
-  std::optional<DijkstraImproved::Path> bestPath() const;
+  std::optional<PointPath> bestPath() const;
 
   std::shared_ptr<const CompiledGraph> compiled;
   std::vector<StartNode> starts;

@@ -43,6 +43,7 @@
 #include <vector>
 
 #include "Common/Benchmark.hpp"
+#include "Navigation/Path Finding/DijkstraImproved/PointPath.hpp"
 #include "Navigation/Path Finding/KRVNavPathFinder.hpp"
 #include "Platform/Export.hpp"
 
@@ -56,12 +57,7 @@ class KORVANI_API DijkstraImproved : public KRVNavPathFinder {
  public:
   using Points = std::vector<std::shared_ptr<KRVNavPoint>>;
 
-  /// A way from a start point to the point that it reaches, both included, and what it costs: the
-  /// start's distance and its edges' costs, in metres.
-  struct Path {
-    Points nodes;
-    double distance = 0;
-  };
+  using Path = PointPath;
 
   /// A finder for the tasks of one configuration; nothing searched yet, both flags off.
   explicit DijkstraImproved(std::weak_ptr<ConfigDependents> configDependents);

@@ -17,15 +17,15 @@
 #include <vector>
 
 #include "Navigation/Path Finding/Arrays/CompiledGraph.hpp"
-#include "Navigation/Path Finding/DijkstraImproved/DijkstraImproved.hpp"
+#include "Navigation/Path Finding/DijkstraImproved/PointPath.hpp"
 #include "Navigation/Path Finding/DijkstraImproved/PointSet.hpp"
 
 namespace KorvaniNavigation {
 
 class WaveLabels {
  public:
-  using Path = DijkstraImproved::Path;
-  using Points = DijkstraImproved::Points;
+  using Path = PointPath;
+  using Points = std::vector<std::shared_ptr<KRVNavPoint>>;
 
   // What a search goes by. `compiled`, unless null, has the edges as they were when it was made;
   // otherwise they are asked of the points.
