@@ -272,7 +272,6 @@ RC_GTEST_PROP(VisibleNodesProperties, AreThoseOfThePlainWayFromClosedRoomsOnLarg
       *rc::gen::resize(rc::kNominalSize, rc::gen::exec([] { return anySightWorld(4000); }));
   world.power = 1;
   world.nodeCount += 1000;
-  world.wallCount = 0;
   world.roomCount = 1;
   const int seeing = assertSameSights(world, 4);
   RC_TAG(seeing > 1 ? "some see something" : "few see something");
