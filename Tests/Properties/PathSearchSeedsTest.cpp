@@ -11,7 +11,6 @@
 #include <string>
 #include <vector>
 
-#include "Navigation/Path Finding/Arrays/CheapestPathSearch.hpp"
 #include "Navigation/Path Finding/Arrays/PathSearch.hpp"
 #include "Navigation/Path Finding/Arrays/WaveSearch.hpp"
 #include "Navigation/Path Finding/Hierarchy/RoutingHierarchy.hpp"
@@ -113,7 +112,7 @@ class PathSearchSeeds : public testing::TestWithParam<int> {
 class Searches {
  public:
   explicit Searches(const SearchGraph& graph)
-      : waves(graph), cheapest(graph), path(graph, history), all(graph, false), free(graph, true) {}
+      : waves(graph), path(graph, history), all(graph, false), free(graph, true) {}
 
   const RoutingHierarchy& hierarchyFor(const SearchQuery& query) const {
     return query.barrierFree ? free : all;
@@ -121,7 +120,6 @@ class Searches {
 
   SearchHistory history;
   WaveSearch waves;
-  CheapestPathSearch cheapest;
   PathSearch path;
   RoutingHierarchy all;
   RoutingHierarchy free;
@@ -149,13 +147,9 @@ TEST_P(PathSearchSeeds, EverySearchFindsTheWayOfThePlainOne) {
       const SearchQuery query{question.starts, question.targets, question.barrierFree, interrupted};
       const auto expected = plainWaves(graph, query);
       expectSame(searches.waves.find(query), expected, "waves");
-      expectSame(searches.cheapest.find(query), expected, "cheapest");
       expectSame(askHierarchy(searches.hierarchyFor(query), query, expected), expected,
                  "hierarchy");
       expectSame(searches.path.find(query), expected, "all of them");
-      if (expected) {
-        expectSame(searches.waves.find(query, expected->cost), expected, "waves with optimum");
-      }
       if (HasFatalFailure()) return;
     }
   }

@@ -147,11 +147,11 @@ TEST(SynchronizedArray, AnotherThreadWaitsUntilTheStepIsDone) {
 
 /// An element that, when it is destroyed, asks another thread to use the array and waits for
 /// it; hangs if a lock of the array is held then.
-struct Asking {
-  using Array = SynchronizedArray<std::shared_ptr<Asking>>;
+struct AskingElement {
+  using Array = SynchronizedArray<std::shared_ptr<AskingElement>>;
 
-  Asking(Array& array, std::vector<std::size_t>& counts) : array_(array), counts_(counts) {}
-  ~Asking() {
+  AskingElement(Array& array, std::vector<std::size_t>& counts) : array_(array), counts_(counts) {}
+  ~AskingElement() {
     std::thread([this] { counts_.push_back(array_.count()); }).join();
   }
 
@@ -161,8 +161,8 @@ struct Asking {
 
 TEST(SynchronizedArray, DestroysRemovedElementsOutsideTheLock) {
   std::vector<std::size_t> counts;
-  Asking::Array array;
-  for (int i = 0; i < 3; ++i) array.append(std::make_shared<Asking>(array, counts));
+  AskingElement::Array array;
+  for (int i = 0; i < 3; ++i) array.append(std::make_shared<AskingElement>(array, counts));
   array.removeAt(0);
   EXPECT_EQ(counts, (std::vector<std::size_t>{2}));
   array.removeAll();
@@ -171,8 +171,8 @@ TEST(SynchronizedArray, DestroysRemovedElementsOutsideTheLock) {
 
 TEST(SynchronizedArray, DestroysElementsRemovedInAStepOnceTheOutermostStepIsDone) {
   std::vector<std::size_t> counts;
-  Asking::Array array;
-  for (int i = 0; i < 2; ++i) array.append(std::make_shared<Asking>(array, counts));
+  AskingElement::Array array;
+  for (int i = 0; i < 2; ++i) array.append(std::make_shared<AskingElement>(array, counts));
   array.perform([&] {
     array.perform([&] { array.removeAt(0); });
     EXPECT_TRUE(counts.empty());

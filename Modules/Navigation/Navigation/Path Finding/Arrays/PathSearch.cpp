@@ -7,6 +7,13 @@
 
 namespace KorvaniNavigation {
 
+namespace {
+
+// Bounds the memory of a graph's compiled form at 400 bytes a node, with both hierarchies.
+constexpr std::size_t kMostHubsOfFirst = 11;
+
+}  // namespace
+
 void SearchHistory::dropped(int searches) const {
   const int next =
       searches < kWorthwhile ? std::min(2 * patience(), kMostPatience) : kLeastPatience;
@@ -14,7 +21,7 @@ void SearchHistory::dropped(int searches) const {
 }
 
 PathSearch::PathSearch(const SearchGraph& graph, const SearchHistory& history)
-    : graph_(graph), history_(history), cheapest_(graph) {}
+    : graph_(graph), history_(history), waves_(graph) {}
 
 PathSearch::~PathSearch() {
   for (const Prepared& prepared : prepared_) {
@@ -35,7 +42,7 @@ std::optional<FoundPath> PathSearch::find(const SearchQuery& query) const {
         break;
     }
   }
-  return cheapest_.find(query);
+  return waves_.find(query);
 }
 
 const RoutingHierarchy* PathSearch::hierarchyFor(const SearchQuery& query) const {
@@ -46,12 +53,21 @@ const RoutingHierarchy* PathSearch::hierarchyFor(const SearchQuery& query) const
   return prepared.ready.load(std::memory_order_acquire);
 }
 
+// A hierarchy that does not help is kept as well, so that it is not made again; it costs nothing.
 void PathSearch::make(Prepared& prepared, bool barrierFree) const {
-  const std::unique_lock lock(prepared.making, std::try_to_lock);
+  const std::unique_lock lock(making_, std::try_to_lock);
   if (!lock.owns_lock() || prepared.hierarchy) return;
-  prepared.hierarchy = std::make_unique<const RoutingHierarchy>(graph_, barrierFree);
+  prepared.hierarchy = std::make_unique<const RoutingHierarchy>(graph_, barrierFree, mostHubs());
   prepared.searches.store(0, std::memory_order_relaxed);
   prepared.ready.store(prepared.hierarchy.get(), std::memory_order_release);
+}
+
+// The hierarchy that is made second has to do without.
+std::size_t PathSearch::mostHubs() const {
+  const bool isFirst = std::none_of(prepared_.begin(), prepared_.end(), [](const auto& prepared) {
+    return prepared.hierarchy != nullptr;
+  });
+  return isFirst ? kMostHubsOfFirst : 0;
 }
 
 std::size_t PathSearch::bytes() const {

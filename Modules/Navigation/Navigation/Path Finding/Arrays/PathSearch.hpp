@@ -3,15 +3,14 @@
 // Internal. The cheapest way through a graph that does not change, by the search that fits.
 //
 // All searches give the same answer, to the last bit and with the same choice among equally cheap
-// ways; they differ in what they cost. While few have searched, Dijkstra's algorithm answers, for
-// which nothing is prepared. Once some have, a contraction hierarchy is made, which answers a
-// thousandth of a large building's worth of work later. Where it finds two ways of nearly the same
-// cost, the other search decides, and where costs are the same to the last bit, the search in
-// waves.
+// ways; they differ in what they cost. While few have searched, the search in waves answers, for
+// which nothing is prepared. Once some have, a contraction hierarchy is made, which answers in a
+// hundredth of the time on a large building. Where it finds two ways of nearly the same cost, the
+// waves decide.
 //
-// Making the hierarchy costs as much as dozens of searches. A host that changes costs often would
-// pay that each time for nothing, so the graph remembers: whenever a hierarchy was dropped before
-// it had paid, the next one waits for twice as many searches.
+// Making the hierarchy costs as much as a few searches. A host that changes costs often would pay
+// that each time for nothing, so the graph remembers: whenever a hierarchy was dropped before it
+// had paid, the next one waits for twice as many searches.
 //
 //   const PathSearch search(graph, history);
 //   if (const auto path = search.find({starts, targets, barrierFree, interrupted})) use(*path);
@@ -21,12 +20,13 @@
 
 #include <array>
 #include <atomic>
+#include <cstddef>
 #include <memory>
 #include <mutex>
 #include <optional>
 
-#include "Navigation/Path Finding/Arrays/CheapestPathSearch.hpp"
 #include "Navigation/Path Finding/Arrays/SearchGraph.hpp"
+#include "Navigation/Path Finding/Arrays/WaveSearch.hpp"
 
 namespace KorvaniNavigation {
 
@@ -70,16 +70,17 @@ class PathSearch {
   struct Prepared {
     std::atomic<int> searches{0};
     std::atomic<const RoutingHierarchy*> ready{nullptr};
-    std::mutex making;
     std::unique_ptr<const RoutingHierarchy> hierarchy;
   };
 
   const RoutingHierarchy* hierarchyFor(const SearchQuery& query) const;
   void make(Prepared& prepared, bool barrierFree) const;
+  std::size_t mostHubs() const;
 
   const SearchGraph& graph_;
   const SearchHistory& history_;
-  CheapestPathSearch cheapest_;
+  WaveSearch waves_;
+  mutable std::mutex making_;
   mutable std::array<Prepared, 2> prepared_;
 };
 

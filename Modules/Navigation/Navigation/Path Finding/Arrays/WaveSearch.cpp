@@ -12,13 +12,6 @@ namespace {
 
 constexpr std::uint32_t kNoWay = std::numeric_limits<std::uint32_t>::max();
 
-// A way: its last node, the way that it prolongs, and what it costs.
-struct Way {
-  std::uint32_t node;
-  std::uint32_t before;
-  double cost;
-};
-
 }  // namespace
 
 struct WaveSearch::Scratch {
@@ -28,6 +21,13 @@ struct WaveSearch::Scratch {
     std::uint32_t labelled = 0;  // the search that set the label
     std::uint32_t listed = 0;    // the wave that took the node up
     std::uint32_t target = 0;    // the search whose target it is
+  };
+
+  // Its last node, the way that it prolongs, and what it costs.
+  struct Way {
+    std::uint32_t node;
+    std::uint32_t before;
+    double cost;
   };
 
   explicit Scratch(std::uint32_t nodeCount) : nodes(nodeCount) {}
@@ -54,9 +54,8 @@ struct WaveSearch::Scratch {
 
 class WaveSearch::Run {
  public:
-  Run(const SearchGraph& graph, const SearchQuery& query, std::optional<double> optimum,
-      Scratch& scratch)
-      : graph_(graph), query_(query), optimum_(optimum), scratch_(scratch) {}
+  Run(const SearchGraph& graph, const SearchQuery& query, Scratch& scratch)
+      : graph_(graph), query_(query), scratch_(scratch) {}
 
   std::optional<FoundPath> find() {
     scratch_.begin();
@@ -65,7 +64,7 @@ class WaveSearch::Run {
       label(start.node, kNoWay, start.distance);
       scratch_.current.push_back(start.node);
     }
-    while (!scratch_.current.empty() && !done_) {
+    while (!scratch_.current.empty() && !nothingCheaper()) {
       if (!wave()) return std::nullopt;
     }
     return spelledOut();
@@ -80,16 +79,23 @@ class WaveSearch::Run {
       if (interrupted()) return false;
       if (scratch_.nodes[node].target == scratch_.search) continue;
       if (!expand(node)) return false;
-      if (done_) break;
     }
     if (interrupted()) return false;
     std::swap(scratch_.current, scratch_.next);
     return true;
   }
 
+  // Whether all waves to come cost at least as much as the best way: costs only grow.
+  bool nothingCheaper() const {
+    if (best_ == kNoWay) return false;
+    const double best = scratch_.ways[best_].cost;
+    const auto cheaper = [&](std::uint32_t node) { return scratch_.nodes[node].cost < best; };
+    return std::none_of(scratch_.current.begin(), scratch_.current.end(), cheaper);
+  }
+
   bool expand(std::uint32_t node) {
     const std::uint32_t end = graph_.firstEdge[node + 1];
-    for (std::uint32_t edge = graph_.firstEdge[node]; edge != end && !done_; ++edge) {
+    for (std::uint32_t edge = graph_.firstEdge[node]; edge != end; ++edge) {
       if (interrupted()) return false;
       if (query_.barrierFree && graph_.barrierFree[edge] == 0) continue;
       relax(node, edge);
@@ -110,7 +116,6 @@ class WaveSearch::Run {
     label(end, scratch_.nodes[node].way, cost);
     if (old.target != scratch_.search) return;
     if (best_ == kNoWay || cost < scratch_.ways[best_].cost) best_ = old.way;
-    done_ = optimum_ && cost <= *optimum_;
   }
 
   void label(std::uint32_t node, std::uint32_t before, double cost) {
@@ -136,20 +141,17 @@ class WaveSearch::Run {
 
   const SearchGraph& graph_;
   const SearchQuery& query_;
-  const std::optional<double> optimum_;
   Scratch& scratch_;
   std::uint32_t best_ = kNoWay;
-  bool done_ = false;
 };
 
 WaveSearch::WaveSearch(const SearchGraph& graph) : graph_(graph) {}
 
 WaveSearch::~WaveSearch() = default;
 
-std::optional<FoundPath> WaveSearch::find(const SearchQuery& query,
-                                          std::optional<double> optimum) const {
+std::optional<FoundPath> WaveSearch::find(const SearchQuery& query) const {
   const auto scratch = pool_.take([&] { return std::make_unique<Scratch>(graph_.nodeCount()); });
-  return Run(graph_, query, optimum, *scratch).find();
+  return Run(graph_, query, *scratch).find();
 }
 
 }  // namespace KorvaniNavigation

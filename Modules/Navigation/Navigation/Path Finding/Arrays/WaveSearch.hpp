@@ -8,8 +8,11 @@
 /// it improved them. A way is kept as its last edge and the way that it prolongs, and stays as it
 /// was found when a label on it improves later.
 ///
-/// Cost: at worst every edge in every wave; in buildings a few times the edges of the graph. The
-/// other searches come here only when two ways cost the same.
+/// The search ends when every label that the next wave begins with costs at least as much as the
+/// best way so far: costs only grow, and only a cheaper way could take its place.
+///
+/// Cost: in buildings about that of Dijkstra's algorithm with an early end, without its queue; at
+/// worst every edge in every wave. Nothing is prepared.
 ///
 /// The graph must outlive the searcher. Thread-safe.
 
@@ -28,11 +31,7 @@ class WaveSearch {
   WaveSearch& operator=(const WaveSearch&) = delete;
 
   /// The way; absent when there is none, and when the search was interrupted.
-  /// @param optimum what the cheapest way costs, where that is known, to the last bit. The search
-  ///     then ends with the first way that costs no more: only a cheaper one could replace it.
-  ///     Labels above it are kept all the same, since they have a say in the order of the waves.
-  std::optional<FoundPath> find(const SearchQuery& query,
-                                std::optional<double> optimum = std::nullopt) const;
+  std::optional<FoundPath> find(const SearchQuery& query) const;
 
  private:
   struct Scratch;

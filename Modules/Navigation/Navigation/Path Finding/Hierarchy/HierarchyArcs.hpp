@@ -44,7 +44,9 @@ struct HierarchyArcs {
   std::vector<HierarchyArc> arcs;
   std::uint32_t coreBegin = 0;
 
-  std::uint32_t placeCount() const { return static_cast<std::uint32_t>(firstArc.size() - 1); }
+  std::uint32_t placeCount() const {
+    return firstArc.empty() ? 0 : static_cast<std::uint32_t>(firstArc.size() - 1);
+  }
   std::span<const HierarchyArc> row(std::uint32_t place) const {
     return {arcs.data() + firstArc[place], arcs.data() + firstArc[place + 1]};
   }

@@ -1,7 +1,6 @@
 #include "Navigation/Path Finding/Hierarchy/HierarchyBuilder.hpp"
 
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
 
 namespace KorvaniNavigation {
@@ -11,14 +10,21 @@ namespace {
 constexpr std::uint32_t kContracted = std::numeric_limits<std::uint32_t>::max();
 constexpr std::uint32_t kUnnumbered = std::numeric_limits<std::uint32_t>::max();
 
-int P(const char* n, int d) {
-  const char* s = std::getenv(n);
-  return s ? std::atoi(s) : d;
-}
-const std::uint32_t kArcWeight = (std::uint32_t)P("KA", 2);
-const std::uint32_t kLevelWeight = (std::uint32_t)P("KL", 1);
-const std::size_t kWitnessSteps = (std::size_t)P("KW", 12);
-const std::uint32_t kMostArcs = (std::uint32_t)P("KM", 32);
+// What goes first: places with few arcs, each of which counts as much as two levels. The level
+// keeps long corridors from being contracted from one end to the other.
+constexpr std::uint32_t kArcWeight = 2;
+
+// Looking longer for cheaper ways costs more than the shortcuts that it would save.
+constexpr std::size_t kWitnessSteps = 12;
+
+// Buildings are contracted wholly below this; what has more arcs is the inside of a grid.
+constexpr std::uint32_t kMostArcs = 16;
+
+// Ties of arcs, counted at both ends, for each contracted place and to begin with. Buildings made
+// with the ruler have one for every ten places, regular grids five for each place: hardly a query
+// would find its way proved there.
+constexpr std::size_t kMostTies = 1;
+constexpr std::size_t kTiesToBeginWith = 64;
 
 std::uint32_t mirrored(std::uint32_t bits, std::uint32_t place) {
   std::uint32_t result = place | (bits & HierarchyArc::kTied);
@@ -57,41 +63,49 @@ void HierarchyBuilder::removeAt(std::uint32_t place, std::uint32_t index) {
 void HierarchyBuilder::merge(std::uint32_t place, HierarchyArc arc) {
   for (std::uint32_t i = 0; i < rows_[place].size && arc.directions() != 0;) {
     HierarchyArc& old = arcsOf(place)[i];
-    const std::uint32_t both = old.directions() & arc.directions();
-    if (old.place() != arc.place() || both == 0 || arc.cost > old.cost + margin_) {
-      if (old.place() == arc.place()) arc.bits &= ~both;
+    const bool parallel = old.place() == arc.place();
+    const std::uint32_t both = parallel ? old.directions() & arc.directions() : 0U;
+    if (both == 0) {
       ++i;
-      continue;
-    }
-    if (!(arc.cost < old.cost - margin_)) {
-      HierarchyArc tied = arc.cost < old.cost ? arc : old;
-      tied.bits = arc.place() | both | HierarchyArc::kTied;
+    } else if (arc.cost > old.cost + margin_) {
       arc.bits &= ~both;
-      if (old.directions() == both) {
-        old = tied;
-        ++i;
-        continue;
-      }
-      old.bits &= ~both;
-      append(place, tied);
-      continue;
-    }
-    old.bits &= ~both;
-    if (old.directions() == 0) {
+    } else if (old.directions() != both) {
+      split(place, i, both);
+    } else if (arc.cost < old.cost - margin_) {
       removeAt(place, i);
     } else {
-      ++i;
+      tie(old, arc);
+      arc.bits &= ~both;
     }
   }
-  if (arc.directions() == 0) return;
+  if (arc.directions() != 0) join(place, arc);
+}
+
+// Makes the arc of these directions one of its own, at the end of the row.
+void HierarchyBuilder::split(std::uint32_t place, std::uint32_t index, std::uint32_t directions) {
+  HierarchyArc arc = arcsOf(place)[index];
+  arcsOf(place)[index].bits &= ~directions;
+  arc.bits = (arc.bits & ~HierarchyArc::kDirections) | directions;
+  append(place, arc);
+}
+
+void HierarchyBuilder::tie(HierarchyArc& old, const HierarchyArc& arc) {
+  ++ties_;
+  old.bits |= HierarchyArc::kTied;
+  if (!(arc.cost < old.cost)) return;
+  old.cost = arc.cost;
+  old.middle = arc.middle;
+}
+
+// One arc can serve both directions.
+void HierarchyBuilder::join(std::uint32_t place, const HierarchyArc& arc) {
   for (std::uint32_t i = 0; i < rows_[place].size; ++i) {
     HierarchyArc& old = arcsOf(place)[i];
     const bool alike = old.cost == arc.cost && old.middle == arc.middle &&
                        ((old.bits ^ arc.bits) & ~HierarchyArc::kDirections) == 0;
-    if (alike) {
-      old.bits |= arc.directions();
-      return;
-    }
+    if (!alike) continue;
+    old.bits |= arc.directions();
+    return;
   }
   append(place, arc);
 }
@@ -110,7 +124,7 @@ void HierarchyBuilder::addEdge(std::uint32_t from, std::uint32_t to, double cost
 std::uint32_t HierarchyBuilder::keyOf(std::uint32_t place) const {
   const std::uint32_t size = rows_[place].size;
   if (size <= 1) return 0;
-  return size * kArcWeight + level_[place] * kLevelWeight;
+  return size * kArcWeight + level_[place];
 }
 
 void HierarchyBuilder::queue(std::uint32_t place) {
@@ -142,7 +156,10 @@ HierarchyArcs HierarchyBuilder::build(std::vector<std::uint32_t>& rankOf) {
   result_.arcs.reserve(std::size_t{count} * 2);
   for (std::uint32_t place = count; place > 0; --place) queue(place - 1);
   std::uint32_t place = 0;
-  while (takeNext(place) && rows_[place].size <= kMostArcs) contract(place);
+  while (takeNext(place) && rows_[place].size <= kMostArcs) {
+    contract(place);
+    if (ties_ > kTiesToBeginWith + kMostTies * order_.size()) return {};
+  }
   result_.coreBegin = static_cast<std::uint32_t>(order_.size());
   keepCore();
   translate(rankOf);

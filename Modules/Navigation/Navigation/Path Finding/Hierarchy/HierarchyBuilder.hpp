@@ -13,7 +13,7 @@
 ///
 /// Places with few arcs go first, which are dead ends and the middles of corridors, and among them
 /// those near which little was contracted. When every place that is left has many arcs the rest
-/// stays as it is, the core: regular grids would take ever more shortcuts.
+/// stays as it is, the core: grids would take ever more shortcuts.
 
 #include <cstddef>
 #include <cstdint>
@@ -30,7 +30,7 @@ class HierarchyBuilder {
   /// An edge of the graph; none from a place to itself.
   void addEdge(std::uint32_t from, std::uint32_t to, double cost);
 
-  /// Contracts. Once.
+  /// Contracts. Once. Gives no places when there are so many ties that the hierarchy is of no use.
   /// @param rankOf receives the number that each place got
   HierarchyArcs build(std::vector<std::uint32_t>& rankOf);
 
@@ -45,6 +45,9 @@ class HierarchyBuilder {
   void append(std::uint32_t place, const HierarchyArc& arc);
   void removeAt(std::uint32_t place, std::uint32_t index);
   void merge(std::uint32_t place, HierarchyArc arc);
+  void split(std::uint32_t place, std::uint32_t index, std::uint32_t directions);
+  void tie(HierarchyArc& old, const HierarchyArc& arc);
+  void join(std::uint32_t place, const HierarchyArc& arc);
   void connect(std::uint32_t from, std::uint32_t to, HierarchyArc arc);
 
   std::uint32_t keyOf(std::uint32_t place) const;
@@ -67,6 +70,7 @@ class HierarchyBuilder {
   std::vector<std::uint32_t> level_;
   std::vector<std::vector<std::uint32_t>> buckets_;
   std::size_t lowest_ = 0;
+  std::size_t ties_ = 0;
   std::vector<HierarchyArc> taken_;     // the arcs of the place that is being contracted
   std::vector<std::uint32_t> order_;    // the places as they were contracted
   std::vector<std::uint32_t> orderOf_;  // where each of them is in that order

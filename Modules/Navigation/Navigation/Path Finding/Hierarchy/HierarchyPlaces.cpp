@@ -67,6 +67,7 @@ bool HierarchyPlaces::walkToTarget(std::span<const std::uint32_t> targets,
                                    std::span<const std::uint32_t> ignored, FoundPath& path) const {
   const std::size_t entry = path.nodes.size();
   const std::uint32_t place = placeOf_[path.nodes.back()];
+  if (only_[place] != kSeveral) return true;
   const auto isTarget = [&](std::uint32_t node) {
     return std::find(targets.begin(), targets.end(), node) != targets.end() &&
            std::find(ignored.begin(), ignored.end(), node) == ignored.end();

@@ -1,31 +1,35 @@
 #include "Navigation/Path Finding/Hierarchy/HierarchySearch.hpp"
 
-#include <cmath>
+#include <algorithm>
 #include <span>
 
 namespace KorvaniNavigation {
 
+void HierarchySearch::Scratch::begin() {
+  // After an interruption some are still to be expanded.
+  while (!frontier.empty()) touched.push_back(frontier.takeLowest());
+  for (const std::uint32_t place : touched) labels[place] = Label{};
+  touched.clear();
+  heap.clear();
+  frontier.rewind();
+}
+
 HierarchySearch::HierarchySearch(const HierarchyArcs& arcs, double margin,
                                  const std::atomic<bool>& interrupted, Scratch& scratch)
     : arcs_(arcs), margin_(margin), interrupted_(interrupted), scratch_(scratch) {
-  // After an interruption some are still to be expanded.
-  while (!scratch_.frontier.empty()) scratch_.touched.push_back(scratch_.frontier.takeLowest());
-  for (const std::uint32_t place : scratch_.touched) scratch_.labels[place] = Label{};
-  scratch_.touched.clear();
-  scratch_.heap.clear();
-  scratch_.frontier.rewind();
+  scratch_.begin();
 }
 
 void HierarchySearch::addStart(std::uint32_t place, double cost) {
   Label& label = scratch_.labels[place];
   add(place, label);
-  relax(label.forward, cost, Side::kBegin);
+  label.forward.relax(cost, Side::kBegin, margin_);
 }
 
 void HierarchySearch::addTarget(std::uint32_t place) {
   Label& label = scratch_.labels[place];
   add(place, label);
-  relax(label.backward, 0, Side::kBegin);
+  label.backward.relax(0, Side::kBegin, margin_);
 }
 
 // Before the place gets a label. Those outside the core are noted as touched when they are
@@ -36,14 +40,6 @@ inline void HierarchySearch::add(std::uint32_t place, const Label& label) {
   } else if (!label.forward.reached() && !label.backward.reached()) {
     scratch_.touched.push_back(place);
   }
-}
-
-// `from` carries the mark of a tie where the way has one.
-inline void HierarchySearch::relax(Side& side, double cost, std::uint32_t from) const {
-  const bool better = cost < side.cost;
-  const bool close = std::abs(cost - side.cost) <= margin_;  // false where both are infinite
-  side.cost = better ? cost : side.cost;
-  side.from = (better ? from : side.from) | (close ? Side::kTied : 0U);
 }
 
 bool HierarchySearch::run() {
@@ -68,18 +64,32 @@ bool HierarchySearch::expand(std::uint32_t place) {
   scratch_.touched.push_back(place);
   const Label label = scratch_.labels[place];
   meet(place, label);
-  if (!(label.forward.cost <= limit_) && !(label.backward.cost <= limit_)) return true;
-  const std::uint32_t up = place | (label.forward.from & Side::kTied);
-  const std::uint32_t down = place | (label.backward.from & Side::kTied);
+  const bool up = label.forward.cost <= limit_;
+  const bool down = label.backward.cost <= limit_;
+  if (up && down) return expandBoth(place, label);
+  if (up) return expandOne<HierarchyArc::kForward>(place, label.forward, &Label::forward);
+  return !down || expandOne<HierarchyArc::kBackward>(place, label.backward, &Label::backward);
+}
+
+template <std::uint32_t kDirection>
+bool HierarchySearch::expandOne(std::uint32_t place, const Side& side, Side Label::*which) {
+  Label* const labels = scratch_.labels.data();
+  const double margin = margin_;
+  const std::uint32_t from = place | (side.from & Side::kTied);
   for (const HierarchyArc& arc : arcs_.row(place)) {
     if (interrupted()) return false;
-    const std::uint32_t tied = arc.tied() ? Side::kTied : 0U;
-    Label& above = scratch_.labels[arc.place()];
+    if ((arc.bits & kDirection) == 0) continue;
+    Label& above = labels[arc.place()];
     add(arc.place(), above);
-    if (arc.forward()) relax(above.forward, label.forward.cost + arc.cost, up | tied);
-    if (arc.backward()) relax(above.backward, label.backward.cost + arc.cost, down | tied);
+    const std::uint32_t tied = arc.tied() ? Side::kTied : 0U;
+    (above.*which).relax(side.cost + arc.cost, from | tied, margin);
   }
   return true;
+}
+
+bool HierarchySearch::expandBoth(std::uint32_t place, const Label& label) {
+  return expandOne<HierarchyArc::kForward>(place, label.forward, &Label::forward) &&
+         expandOne<HierarchyArc::kBackward>(place, label.backward, &Label::backward);
 }
 
 // Dijkstra's algorithm from the places of the core that the starts reach. The labels of the other
@@ -115,10 +125,23 @@ bool HierarchySearch::expandInCore(std::uint32_t place) {
     if (!better && cost <= side.cost + margin_ && side.cost <= from.cost) lateTie_ = true;
     add(arc.place(), label);
     const std::uint32_t tied = arc.tied() ? Side::kTied : 0U;
-    relax(label.forward, cost, place | (from.from & Side::kTied) | tied);
+    label.forward.relax(cost, place | (from.from & Side::kTied) | tied, margin_);
     if (better) scratch_.heap.push(cost, arc.place());
   }
   return true;
+}
+
+void HierarchySearch::gatherChain(std::vector<std::uint32_t>& chain) const {
+  const std::vector<Label>& labels = scratch_.labels;
+  chain.clear();
+  for (std::uint32_t at = meeting_; at != kNone; at = labels[at].forward.before()) {
+    chain.push_back(at);
+  }
+  std::reverse(chain.begin(), chain.end());
+  for (std::uint32_t at = labels[meeting_].backward.before(); at != kNone;
+       at = labels[at].backward.before()) {
+    chain.push_back(at);
+  }
 }
 
 }  // namespace KorvaniNavigation

@@ -13,11 +13,12 @@
 /// may cost as much to the last bit. The label is marked, and so is all that follows from it.
 
 #include <atomic>
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <vector>
 
-#include "Navigation/Path Finding/Arrays/FourHeap.hpp"
+#include "Navigation/Path Finding/Hierarchy/FourHeap.hpp"
 #include "Navigation/Path Finding/Hierarchy/HierarchyArcs.hpp"
 #include "Navigation/Path Finding/Hierarchy/RankFrontier.hpp"
 
@@ -38,6 +39,15 @@ class HierarchySearch {
     bool reached() const { return cost < std::numeric_limits<double>::infinity(); }
     bool tied() const { return (from & kTied) != 0; }
 
+    /// Another way: keeps the cheaper one, and marks it when they cost nearly the same.
+    /// @param from the place before, with the mark of a tie where the way has one
+    void relax(double other, std::uint32_t otherFrom, double margin) {
+      const bool better = other < cost;
+      const bool close = std::abs(other - cost) <= margin;  // false where both are infinite
+      cost = better ? other : cost;
+      from = (better ? otherFrom : from) | (close ? kTied : 0U);
+    }
+
     /// The place before; none where the side begins.
     std::uint32_t before() const {
       const std::uint32_t place = from & ~kTied;
@@ -52,6 +62,9 @@ class HierarchySearch {
   /// What a search leaves behind; reused by the next one. All its labels are clean in between.
   struct Scratch {
     explicit Scratch(std::uint32_t placeCount) : labels(placeCount), frontier(placeCount) {}
+
+    /// Cleans up after the last search.
+    void begin();
 
     std::vector<Label> labels;
     std::vector<std::uint32_t> touched;
@@ -68,19 +81,21 @@ class HierarchySearch {
   /// False when it was interrupted.
   bool run();
 
-  /// The top of the cheapest way; none when there is no way.
-  std::uint32_t meeting() const { return meeting_; }
+  bool found() const { return meeting_ != kNone; }
   double cost() const { return best_; }
 
   /// Whether another way costs nearly the same.
   bool tied() const { return tied_ || lateTie_; }
 
-  const Label& label(std::uint32_t place) const { return scratch_.labels[place]; }
+  /// The places of the way, from the start's to the target's; those inside shortcuts left out.
+  void gatherChain(std::vector<std::uint32_t>& chain) const;
 
  private:
-  void relax(Side& side, double cost, std::uint32_t from) const;
   void add(std::uint32_t place, const Label& label);
   bool expand(std::uint32_t place);
+  template <std::uint32_t kDirection>
+  bool expandOne(std::uint32_t place, const Side& side, Side Label::*which);
+  bool expandBoth(std::uint32_t place, const Label& label);
   void meet(std::uint32_t place, const Label& label);
   bool crossCore();
   bool expandInCore(std::uint32_t place);

@@ -22,39 +22,37 @@ namespace KorvaniNavigation {
 class RankFrontier {
  public:
   /// For numbers below `count`.
-  explicit RankFrontier(std::uint32_t count) {
-    std::size_t words = count;
-    do {
-      words = std::max<std::size_t>((words + 63) / 64, 1);
-      levels_.emplace_back(words, 0);
-    } while (words > 1);
+  explicit RankFrontier(std::uint32_t count) : words_(wordsFor(count)) {
+    for (std::size_t words = words_.size(); words > 1; words = marks_.back().size()) {
+      marks_.emplace_back(wordsFor(words));
+    }
   }
 
   bool empty() const { return size_ == 0; }
 
   /// For numbers lower than those taken out; the set must be empty.
   void rewind() {
-    for (auto& level : levels_) {
-      level[word_] = 0;
+    for (auto& level : marks_) {
       word_ /= 64;
+      level[word_] = 0;
     }
+    word_ = 0;
   }
 
   /// A number that is in the set already is added no second time.
   void add(std::uint32_t number) {
-    std::uint64_t& word = levels_.front()[number / 64];
+    std::uint64_t& word = words_[number / 64];
     const std::uint64_t bit = std::uint64_t{1} << (number % 64);
     if ((word & bit) != 0) return;
     ++size_;
-    const bool wasEmpty = word == 0;
+    if (word == 0) mark(number / 64);
     word |= bit;
-    if (wasEmpty) mark(number / 64);
   }
 
   /// Takes the lowest number out; there must be one.
   std::uint32_t takeLowest() {
-    if (levels_.front()[word_] == 0) findWord();
-    std::uint64_t& word = levels_.front()[word_];
+    if (words_[word_] == 0) findWord();
+    std::uint64_t& word = words_[word_];
     const auto bit = static_cast<std::uint32_t>(std::countr_zero(word));
     word &= word - 1;
     --size_;
@@ -62,28 +60,33 @@ class RankFrontier {
   }
 
  private:
+  static std::size_t wordsFor(std::size_t bits) {
+    return std::max<std::size_t>((bits + 63) / 64, 1);
+  }
+
   void mark(std::uint32_t index) {
-    for (std::size_t level = 1; level < levels_.size(); ++level, index /= 64) {
-      levels_[level][index / 64] |= std::uint64_t{1} << (index % 64);
+    for (auto& level : marks_) {
+      level[index / 64] |= std::uint64_t{1} << (index % 64);
+      index /= 64;
     }
   }
 
-  // The bits above the words that were emptied are taken back here.
+  // The marks of the words that were emptied are taken back here, and in rewind().
   void findWord() {
     std::size_t level = 0;
-    while (levels_[level][word_] == 0) {
-      const std::uint64_t bit = std::uint64_t{1} << (word_ % 64);
+    do {
+      marks_[level][word_ / 64] &= ~(std::uint64_t{1} << (word_ % 64));
       word_ /= 64;
-      levels_[++level][word_] &= ~bit;
-    }
+    } while (marks_[level++][word_] == 0);
     for (; level > 0; --level) {
-      const std::uint64_t word = levels_[level][word_];
+      const std::uint64_t word = marks_[level - 1][word_];
       word_ = word_ * 64 + static_cast<std::uint32_t>(std::countr_zero(word));
     }
   }
 
-  std::vector<std::vector<std::uint64_t>> levels_;
-  std::uint32_t word_ = 0;  // none of the lower words has a number
+  std::vector<std::uint64_t> words_;
+  std::vector<std::vector<std::uint64_t>> marks_;  // of words that have a number, of words of those
+  std::uint32_t word_ = 0;                         // none of the lower words has a number
   std::size_t size_ = 0;
 };
 

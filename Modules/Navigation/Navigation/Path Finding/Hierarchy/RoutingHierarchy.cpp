@@ -1,6 +1,7 @@
 #include "Navigation/Path Finding/Hierarchy/RoutingHierarchy.hpp"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "Navigation/Path Finding/Arrays/ScratchPool.hpp"
@@ -8,6 +9,8 @@
 #include "Navigation/Path Finding/Hierarchy/HierarchyBuilder.hpp"
 #include "Navigation/Path Finding/Hierarchy/HierarchyPlaces.hpp"
 #include "Navigation/Path Finding/Hierarchy/HierarchySearch.hpp"
+#include "Navigation/Path Finding/Hierarchy/HubLabels.hpp"
+#include "Navigation/Path Finding/Hierarchy/HubSearch.hpp"
 #include "Navigation/Path Finding/Hierarchy/RoundingBound.hpp"
 #include "Navigation/Path Finding/Hierarchy/ZeroLinks.hpp"
 
@@ -18,7 +21,8 @@ namespace {
 // Edges that leave a place of several nodes cost so much more than the margin.
 constexpr double kLeastOfMargin = 4;
 
-constexpr std::uint32_t kNone = HierarchySearch::kNone;
+// Nodes of a way; saves making room again and again.
+constexpr std::size_t kUsualLength = 64;
 
 bool isAmong(std::span<const std::uint32_t> nodes, std::uint32_t node) {
   return std::find(nodes.begin(), nodes.end(), node) != nodes.end();
@@ -49,22 +53,18 @@ struct RoutingHierarchy::Scratch {
 };
 
 struct RoutingHierarchy::Built {
-  Built(const SearchGraph& graph, bool barrierFree, const ZeroLinks& links,
-        const RoundingBound& bound, std::vector<std::uint32_t> rankOf)
-      : arcs(contracted(graph, barrierFree, links, bound.margin(), rankOf)),
-        places(graph, barrierFree, links, rankOf) {}
-
   HierarchyArcs arcs;
   HierarchyPlaces places;
+  std::optional<HubLabels> labels;
 };
 
 // One query.
 class RoutingHierarchy::Run {
  public:
   Run(const RoutingHierarchy& hierarchy, const SearchQuery& query, Scratch& scratch)
-      : arcs_(hierarchy.built_->arcs),
+      : hierarchy_(hierarchy),
+        arcs_(hierarchy.built_->arcs),
         places_(hierarchy.built_->places),
-        bound_(hierarchy.bound_),
         query_(query),
         scratch_(scratch) {}
 
@@ -104,17 +104,42 @@ class RoutingHierarchy::Run {
   }
 
   Answer findOnce() {
-    HierarchySearch search(arcs_, bound_.margin(), query_.interrupted, scratch_.search);
+    const double margin = hierarchy_.bound_.margin();
+    if (hierarchy_.built_->labels) {
+      HubSearch search(arcs_, *hierarchy_.built_->labels, margin, scratch_.search);
+      if (!addEnds(search)) return {Outcome::interrupted, {}};
+      return answerOf(search);
+    }
+    HierarchySearch search(arcs_, margin, query_.interrupted, scratch_.search);
+    if (!addEnds(search) || !search.run()) return {Outcome::interrupted, {}};
+    return answerOf(search);
+  }
+
+  // False when it was interrupted. Two targets in the same place are one for the search.
+  template <typename Search>
+  bool addEnds(Search& search) {
     for (const StartNode& start : query_.starts) {
+      if (interrupted()) return false;
       if (leadsOn(start)) search.addStart(places_.placeOf(start.node), distanceOf(start.node));
     }
+    std::vector<std::uint32_t>& added = scratch_.chain;
+    added.clear();
     for (const std::uint32_t target : query_.targets) {
-      if (!isAmong(dropped_, target)) addTarget(target, search);
+      if (interrupted()) return false;
+      const std::uint32_t place = places_.placeOf(target);
+      if (isAmong(dropped_, target) || isAmong(added, place)) continue;
+      search.addTarget(place);
+      added.push_back(place);
     }
-    if (!search.run()) return {Outcome::interrupted, {}};
-    if (search.meeting() == kNone) return {Outcome::unreachable, {}};
-    if (search.tied() || !bound_.holdsFor(search.cost())) return {};
-    return spelledOut(search);
+    return true;
+  }
+
+  template <typename Search>
+  Answer answerOf(const Search& search) {
+    if (!search.found()) return {Outcome::unreachable, {}};
+    if (search.tied() || !hierarchy_.bound_.holdsFor(search.cost())) return {};
+    search.gatherChain(scratch_.chain);
+    return spelledOut();
   }
 
   bool leadsOn(const StartNode& start) const {
@@ -123,16 +148,10 @@ class RoutingHierarchy::Run {
     return &*first == &start && !isAmong(query_.targets, start.node);
   }
 
-  // Two targets in the same place are one for the search.
-  void addTarget(std::uint32_t target, HierarchySearch& search) const {
-    const std::uint32_t place = places_.placeOf(target);
-    if (!search.label(place).backward.reached()) search.addTarget(place);
-  }
-
-  Answer spelledOut(const HierarchySearch& search) {
+  Answer spelledOut() {
     Answer answer;
-    gatherChain(search);
-    if (!beginAtStart(search, answer.path)) return answer;
+    answer.path.nodes.reserve(kUsualLength);
+    beginAtStart(answer.path);
     for (std::size_t i = 0; i + 1 < scratch_.chain.size(); ++i) {
       spellOut(scratch_.chain[i], scratch_.chain[i + 1], answer.path);
     }
@@ -141,31 +160,15 @@ class RoutingHierarchy::Run {
     return answer;
   }
 
-  // From the start's place up to the meeting and down to the target's.
-  void gatherChain(const HierarchySearch& search) {
-    std::vector<std::uint32_t>& chain = scratch_.chain;
-    chain.clear();
-    for (std::uint32_t at = search.meeting(); at != kNone; at = search.label(at).forward.before()) {
-      chain.push_back(at);
-    }
-    std::reverse(chain.begin(), chain.end());
-    for (std::uint32_t at = search.label(search.meeting()).backward.before(); at != kNone;
-         at = search.label(at).backward.before()) {
-      chain.push_back(at);
-    }
-  }
-
-  bool beginAtStart(const HierarchySearch& search, FoundPath& path) const {
-    const std::uint32_t place = scratch_.chain.front();
+  // The nearest start of the first place; two that are about as near would have been a tie.
+  void beginAtStart(FoundPath& path) const {
     for (const StartNode& start : query_.starts) {
-      if (places_.placeOf(start.node) != place || !leadsOn(start)) continue;
+      if (places_.placeOf(start.node) != scratch_.chain.front() || !leadsOn(start)) continue;
       const double distance = distanceOf(start.node);
-      if (distance != search.label(place).forward.cost) continue;
+      if (!path.nodes.empty() && !(distance < path.cost)) continue;
       path.nodes.assign(1, start.node);
       path.cost = distance;
-      return true;
     }
-    return false;
   }
 
   // Depth first over the middles of shortcuts; `waiting` holds the places to come, last first.
@@ -193,35 +196,45 @@ class RoutingHierarchy::Run {
     return *arc;
   }
 
+  bool interrupted() const { return query_.interrupted.load(std::memory_order_relaxed); }
+
+  const RoutingHierarchy& hierarchy_;
   const HierarchyArcs& arcs_;
   const HierarchyPlaces& places_;
-  const RoundingBound& bound_;
   const SearchQuery& query_;
   Scratch& scratch_;
   std::vector<std::uint32_t> dropped_;  // targets
 };
 
-RoutingHierarchy::RoutingHierarchy(const SearchGraph& graph, bool barrierFree)
+RoutingHierarchy::RoutingHierarchy(const SearchGraph& graph, bool barrierFree, std::size_t mostHubs)
     : bound_(graph, barrierFree) {
   const ZeroLinks links(graph, barrierFree, kLeastOfMargin * bound_.margin());
-  built_ = std::make_unique<Built>(graph, barrierFree, links, bound_, std::vector<std::uint32_t>());
+  std::vector<std::uint32_t> rankOf;
+  HierarchyArcs arcs = contracted(graph, barrierFree, links, bound_.margin(), rankOf);
+  if (arcs.placeCount() == 0) return;
+  HierarchyPlaces places(graph, barrierFree, links, rankOf);
+  auto labels = HubLabels::build(arcs, bound_.margin(), mostHubs);
+  built_ = std::make_unique<Built>(Built{std::move(arcs), std::move(places), std::move(labels)});
 }
 
 RoutingHierarchy::~RoutingHierarchy() = default;
 
 RoutingHierarchy::Answer RoutingHierarchy::find(const SearchQuery& query) const {
+  if (!built_) return {};
   const auto scratch =
       pool_.take([&] { return std::make_unique<Scratch>(built_->arcs.placeCount()); });
   return Run(*this, query, *scratch).find();
 }
 
 std::size_t RoutingHierarchy::memory() const {
+  if (!built_) return 0;
   return built_->arcs.arcs.capacity() * sizeof(HierarchyArc) +
-         built_->arcs.firstArc.capacity() * sizeof(std::uint32_t) + built_->places.memory();
+         built_->arcs.firstArc.capacity() * sizeof(std::uint32_t) + built_->places.memory() +
+         (built_->labels ? built_->labels->memory() : 0);
 }
 
 std::uint32_t RoutingHierarchy::coreSize() const {
-  return built_->arcs.placeCount() - built_->arcs.coreBegin;
+  return built_ ? built_->arcs.placeCount() - built_->arcs.coreBegin : 0;
 }
 
 }  // namespace KorvaniNavigation

@@ -64,7 +64,7 @@ bool ZeroLinks::joinable(const std::vector<std::uint32_t>& group, double least) 
       const bool inside = group_[to] == group_[node];
       if (inside && graph_.cost[edge] == 0) {
         ++ends;
-      } else if (graph_.cost[edge] < least) {
+      } else if (!(graph_.cost[edge] > least)) {
         return false;
       }
     }

@@ -21,7 +21,7 @@ namespace KorvaniNavigation {
 class ZeroLinks {
  public:
   /// @param barrierFree look only at edges without barriers
-  /// @param least edges that lead out of a place cost at least this
+  /// @param least edges that lead out of a place cost more than this
   ZeroLinks(const SearchGraph& graph, bool barrierFree, double least);
 
   std::uint32_t placeCount() const { return placeCount_; }
