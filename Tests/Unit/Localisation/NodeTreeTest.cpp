@@ -11,11 +11,9 @@ using KorvaniNavigation::CLLocationCoordinate2D;
 using KorvaniNavigation::degreeDistance;
 using KorvaniNavigation::NodeTree;
 using KorvaniTest::fromOrigin;
+using KorvaniTest::kNotANumber;
 
 namespace {
-
-constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinite = std::numeric_limits<double>::infinity();
 
 // Places 1 m apart in rows, and some of them twice.
 std::vector<CLLocationCoordinate2D> field(int rows, int columns) {
@@ -40,15 +38,15 @@ bool encloses(const NodeTree::Box& box, KorvaniPlatform::MKMapPoint point) {
 }
 
 // Counts how often each node is found below a box, and expects every box above to enclose it.
-void visit(const NodeTree& tree, std::uint32_t box, std::vector<NodeTree::Box> above,
-           std::vector<int>& found) {
+void countNodes(const NodeTree& tree, std::uint32_t box, std::vector<NodeTree::Box> above,
+                std::vector<int>& found) {
   above.push_back(tree.boxes()[box]);
   const NodeTree::Box here = above.back();
   EXPECT_GE(here.count, 1u);
   EXPECT_LE(here.count, NodeTree::kFanOut);
   for (std::uint32_t i = here.first; i < here.first + here.count; ++i) {
     if (!tree.isLeaf(box)) {
-      visit(tree, i, above, found);
+      countNodes(tree, i, above, found);
       continue;
     }
     const NodeTree::Node& node = tree.nodes()[i];
@@ -73,7 +71,7 @@ TEST(NodeTree, EveryNodeIsInOneLeafAndWithinAllBoxesAboveIt) {
     const auto places = field(rows, 23);
     const NodeTree tree(places);
     std::vector<int> found(places.size());
-    visit(tree, static_cast<std::uint32_t>(tree.boxes().size() - 1), {}, found);
+    countNodes(tree, static_cast<std::uint32_t>(tree.boxes().size() - 1), {}, found);
     EXPECT_EQ(found, std::vector<int>(places.size(), 1)) << rows;
   }
 }
@@ -111,7 +109,8 @@ TEST(NodeTree, DistanceOfABoxIsNothingWithinItAndThatOfTheNearestCornerOutside) 
 }
 
 TEST(NodeTree, CoordinatesThatAreNoneAreInNoBox) {
-  const NodeTree tree({{kUnknown, 11}, {48, 11}, {48, kInfinite}, {1e5, 11}, {48, -1e5}});
+  constexpr double kInfinite = std::numeric_limits<double>::infinity();
+  const NodeTree tree({{kNotANumber, 11}, {48, 11}, {48, kInfinite}, {1e5, 11}, {48, -1e5}});
   ASSERT_EQ(tree.countInBoxes(), 1u);
   ASSERT_EQ(tree.boxes().size(), 1u);
   EXPECT_EQ(tree.boxes()[0].count, 1u);
@@ -121,7 +120,7 @@ TEST(NodeTree, CoordinatesThatAreNoneAreInNoBox) {
 }
 
 TEST(NodeTree, WithoutOrdinaryCoordinatesThereIsNoBox) {
-  const NodeTree tree({{kUnknown, 11}, {kInfinite, 11}});
+  const NodeTree tree({{kNotANumber, 11}, {48, kNotANumber}});
   EXPECT_TRUE(tree.boxes().empty());
   EXPECT_EQ(tree.nodes().size(), 2u);
 }

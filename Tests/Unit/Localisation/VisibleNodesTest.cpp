@@ -15,13 +15,13 @@ using KorvaniNavigation::WallEdge;
 using KorvaniNavigation::WallGrid;
 using KorvaniPlatform::MKMapPointForCoordinate;
 using KorvaniTest::fromOrigin;
+using KorvaniTest::kNotANumber;
 
 namespace {
 
 using Places = std::vector<CLLocationCoordinate2D>;
 using Numbers = std::vector<std::uint32_t>;
 
-constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinite = std::numeric_limits<double>::infinity();
 
 // Edges from place to place.
@@ -136,14 +136,14 @@ TEST(VisibleNodes, FarAwayAreFoundFromARoomThatShowsNothingNearer) {
 }
 
 TEST(VisibleNodes, OfCoordinatesThatAreNotNumbersComeLast) {
-  const Places nodes{{kUnknown, 11}, {48, 11}, {48, kUnknown}, {48.000001, 11}};
+  const Places nodes{{kNotANumber, 11}, {48, 11}, {48, kNotANumber}, {48.000001, 11}};
   EXPECT_EQ(visibleFrom({48, 11.000001}, nodes), (Numbers{1, 3, 0, 2}));
 }
 
 TEST(VisibleNodes, FromAPositionThatIsNoNumberAreAllInTheOrderOfInsertion) {
-  const Places nodes{{48, 11}, {48, 12}, {kUnknown, 11}, {47, 11}};
+  const Places nodes{{48, 11}, {48, 12}, {kNotANumber, 11}, {47, 11}};
   const Places wall{{48, 10}, {49, 12}};
-  EXPECT_EQ(visibleFrom({kUnknown, 11}, nodes, wall), (Numbers{0, 1, 2, 3}));
+  EXPECT_EQ(visibleFrom({kNotANumber, 11}, nodes, wall), (Numbers{0, 1, 2, 3}));
 }
 
 TEST(VisibleNodes, InfinitelyFarAreBeyondTheReachOfAnyOther) {

@@ -11,8 +11,13 @@ namespace {
 // Far outside of what degrees mean, and far inside of what numbers hold.
 constexpr double kFarthestDegrees = 1e4;
 
-constexpr double kFar = std::numeric_limits<double>::infinity();
-constexpr NodeTree::Box kNothing{{kFar, kFar}, {-kFar, -kFar}, {kFar, kFar}, {-kFar, -kFar}, 0, 0};
+constexpr double kUnbounded = std::numeric_limits<double>::infinity();
+constexpr NodeTree::Box kNothing{{kUnbounded, kUnbounded},
+                                 {-kUnbounded, -kUnbounded},
+                                 {kUnbounded, kUnbounded},
+                                 {-kUnbounded, -kUnbounded},
+                                 0,
+                                 0};
 
 // How far a value lies outside of a range, computed as the difference to any value in it would be.
 double outside(double value, double low, double high) {

@@ -18,9 +18,10 @@ inline constexpr double kVisibleNodeReach = 2.5;
 // number last. Beyond kVisibleNodeReach times the nearest one's distance none is looked at.
 //
 // Each node that is listed, or might be, is compared with the walls as `walls.meetsAny` does; only
-// nodes that are sure to be hidden are passed over, alone or whole areas of them. The cost depends
-// on what is around the position and not on the size of the level: a position in a closed room
-// costs some microseconds for each corner of the room.
+// nodes that are sure to be hidden are passed over, alone or whole areas of them. So the cost
+// depends on what is around the position, not on the size of the level. A position that sees
+// nothing costs about a microsecond for each corner of the walls around it where other walls stand
+// behind them; where none do, what the line over the corner passes of the level besides.
 std::vector<std::uint32_t> visibleNodes(const NodeTree& nodes, const WallGrid& walls,
                                         CLLocationCoordinate2D position);
 

@@ -20,14 +20,14 @@ constexpr double kLeastRatioOnWall = 1e-3;
 // Sums of a few products are exact to this part of the products of the lengths, and far more.
 constexpr double kRounding = 1e-12;
 
-MKMapPoint difference(MKMapPoint a, MKMapPoint b) { return {a.x - b.x, a.y - b.y}; }
+MKMapPoint minus(MKMapPoint a, MKMapPoint b) { return {a.x - b.x, a.y - b.y}; }
 
 double crossProduct(MKMapPoint a, MKMapPoint b) { return a.x * b.y - a.y * b.x; }
 
 double lengthOf(MKMapPoint a) { return std::sqrt(a.x * a.x + a.y * a.y); }
 
-// How far it is from one direction on to another.
-double turned(double from, double to) {
+// How far it is from one direction on to the other.
+double turnBetween(double from, double to) {
   const double width = to - from;
   if (width < 0) return width + kTurn;
   return width < kTurn ? width : width - kTurn;
@@ -80,20 +80,20 @@ bool WallShadows::isNearer(const Shadow& a, const Shadow& b, double direction) {
 // Where the viewpoint is a wall's end, or on it to the last bit, the fraction r is nothing whatever
 // the line; s is then that of the viewpoint, for every line that is not along the wall.
 bool WallShadows::standsOn(const WallGrid::Piece& wall) const {
-  const MKMapPoint from = difference(wall.from, viewpoint_);
-  const MKMapPoint to = difference(wall.to, viewpoint_);
+  const MKMapPoint from = minus(wall.from, viewpoint_);
+  const MKMapPoint to = minus(wall.to, viewpoint_);
   const auto [near, far] = std::minmax({lengthOf(from), lengthOf(to)});
   if (!(far >= kShortestReach && far <= kLongestReach)) return false;
-  if (near == 0) return true;
-  return crossProduct(from, difference(wall.to, wall.from)) == 0 &&
-         from.x * to.x + from.y * to.y < 0 && near >= kLeastRatioOnWall * far;
+  if (wall.from == viewpoint_ || wall.to == viewpoint_) return true;
+  return crossProduct(from, minus(wall.to, wall.from)) == 0 && from.x * to.x + from.y * to.y < 0 &&
+         near >= kLeastRatioOnWall * far;
 }
 
 // Nothing for walls that are seen so that rounding counts.
 std::optional<WallShadows::Shadow> WallShadows::shadowOf(const WallGrid::Piece& wall) const {
-  const MKMapPoint from = difference(wall.from, viewpoint_);
-  const MKMapPoint to = difference(wall.to, viewpoint_);
-  const MKMapPoint along = difference(wall.to, wall.from);
+  const MKMapPoint from = minus(wall.from, viewpoint_);
+  const MKMapPoint to = minus(wall.to, viewpoint_);
+  const MKMapPoint along = minus(wall.to, wall.from);
   const auto [near, far] = std::minmax({lengthOf(from), lengthOf(to)});
   const double turn = crossProduct(from, along);
   if (turn == 0 || near < std::max(kShortestReach, kLeastRatio * far)) return std::nullopt;
@@ -105,17 +105,17 @@ std::optional<WallShadows::Shadow> WallShadows::shadowOf(const WallGrid::Piece& 
   }
   const bool isSeenAlong = std::abs(turn) < 2.0 * kClear * far * lengthOf(along);
   const double inset = isSeenAlong ? 4.0 * kClear : 0.0;
-  const double width = turned(shadow.start, shadow.end);
+  const double width = turnBetween(shadow.start, shadow.end);
   // A wall takes half a turn at most; more is what is left when one of almost nothing is rounded.
   if (width > 2.0 + kClear || width - 2.0 * inset < 4.0 * kSliver) return std::nullopt;
-  shadow.start = turned(0, shadow.start + inset);
-  shadow.end = turned(0, shadow.end - inset);
+  shadow.start = turnBetween(0, shadow.start + inset);
+  shadow.end = turnBetween(0, shadow.end - inset);
   return shadow;
 }
 
 void WallShadows::add(const WallGrid::Piece& wall) {
   if (standsOn(wall)) {
-    ownWall_ = difference(wall.to, wall.from);
+    ownWall_ = minus(wall.to, wall.from);
     isOnWall_ = true;
     return;
   }
@@ -168,7 +168,7 @@ void WallShadows::insert(const Shadow& shadow) {
 
 // The corners that are outermost to the right and to the left, seen from the viewpoint.
 WallShadows::View WallShadows::viewOf(MKMapPoint low, MKMapPoint high) const {
-  View view{difference(low, viewpoint_), difference(high, viewpoint_), 0, 0};
+  View view{minus(low, viewpoint_), minus(high, viewpoint_), 0, 0};
   const MKMapPoint a = view.low;
   const MKMapPoint b = view.high;
   const MKMapPoint near{a.x > 0 ? a.x : b.x, a.y > 0 ? a.y : b.y};
@@ -256,7 +256,7 @@ WallShadows::Sliver WallShadows::sliverOf(const End& end) {
 }
 
 bool WallShadows::reachesInto(const Sliver& sliver, MKMapPoint low, MKMapPoint high) const {
-  const Extent extent(difference(low, viewpoint_), difference(high, viewpoint_));
+  const Extent extent(minus(low, viewpoint_), minus(high, viewpoint_));
   const MKMapPoint& ray = sliver.direction;
   const double beside = std::abs(crossProduct(extent.middle, ray)) - extent.spread(ray);
   const double ahead = extent.middle.x * ray.x + extent.middle.y * ray.y +
@@ -269,14 +269,14 @@ std::optional<WallShadows::Shadow> WallShadows::lidOf(const Sliver& sliver,
   constexpr double kInside = 16.0 * kSliver;
   const auto shadow = shadowOf(wall);
   if (!shadow) return std::nullopt;
-  const double place = turned(shadow->start, directionOf(sliver.direction));
-  const double width = turned(shadow->start, shadow->end);
+  const double place = turnBetween(shadow->start, directionOf(sliver.direction));
+  const double width = turnBetween(shadow->start, shadow->end);
   if (place < kInside || width - place < kInside) return std::nullopt;
   return shadow;
 }
 
 bool WallShadows::isBehind(const Shadow& shadow, MKMapPoint low, MKMapPoint high) const {
-  return isBehind(shadow, View{difference(low, viewpoint_), difference(high, viewpoint_), 0, 0});
+  return isBehind(shadow, View{minus(low, viewpoint_), minus(high, viewpoint_), 0, 0});
 }
 
 }  // namespace KorvaniNavigation

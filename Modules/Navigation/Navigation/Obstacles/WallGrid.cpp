@@ -67,7 +67,7 @@ double directionOf(MKMapPoint from, MKMapPoint to) {
   const double x = to.x - from.x;
   const double y = to.y - from.y;
   const double slope = std::abs(x) >= std::abs(y) ? y / x : 2.0 - x / y;
-  return (slope + 1.0) / kStep;
+  return (slope + 1.0) * (kDirectionCount / 4.0);
 }
 
 // The multiplier is 2^64 over the golden ratio, which spreads neighbours; the lowest bits of a
