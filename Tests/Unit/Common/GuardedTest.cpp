@@ -22,14 +22,14 @@ void onThreads(int count, const std::function<void()>& work) {
 }
 
 /// Asks a guarded reference when it is destroyed; deadlocks if the lock is held then.
-struct Asking {
-  explicit Asking(Guarded<std::shared_ptr<Asking>>& owner, int& answered)
+struct AskingValue {
+  explicit AskingValue(Guarded<std::shared_ptr<AskingValue>>& owner, int& answered)
       : owner_(owner), answered_(answered) {}
-  ~Asking() {
+  ~AskingValue() {
     owner_.load();
     ++answered_;
   }
-  Guarded<std::shared_ptr<Asking>>& owner_;
+  Guarded<std::shared_ptr<AskingValue>>& owner_;
   int& answered_;
 };
 
@@ -87,17 +87,17 @@ TEST(Guarded, ResultsOfReadAndUpdateAreCopiesOfReferencesReturned) {
 
 TEST(Guarded, StoreDestroysTheReplacedValueOutsideTheLock) {
   int answered = 0;
-  Guarded<std::shared_ptr<Asking>> guarded;
-  guarded.store(std::make_shared<Asking>(guarded, answered));
+  Guarded<std::shared_ptr<AskingValue>> guarded;
+  guarded.store(std::make_shared<AskingValue>(guarded, answered));
   guarded.store(nullptr);
   EXPECT_EQ(answered, 1);
 }
 
 TEST(Guarded, UpdateDestroysWhatTheEditDropsOutsideTheLock) {
   int answered = 0;
-  Guarded<std::shared_ptr<Asking>> guarded;
-  guarded.store(std::make_shared<Asking>(guarded, answered));
-  guarded.update([](std::shared_ptr<Asking>& held) { held = nullptr; });
+  Guarded<std::shared_ptr<AskingValue>> guarded;
+  guarded.store(std::make_shared<AskingValue>(guarded, answered));
+  guarded.update([](std::shared_ptr<AskingValue>& held) { held = nullptr; });
   EXPECT_EQ(answered, 1);
   EXPECT_EQ(guarded.load(), nullptr);
 }
