@@ -11,7 +11,8 @@ constexpr std::uint32_t kContracted = std::numeric_limits<std::uint32_t>::max();
 constexpr std::uint32_t kUnnumbered = std::numeric_limits<std::uint32_t>::max();
 
 // What goes first: places with few arcs, each of which counts as much as two levels. The level
-// keeps long corridors from being contracted from one end to the other.
+// keeps long corridors from being contracted from one end to the other, dead ends as well: a search
+// would climb them node by node.
 constexpr std::uint32_t kArcWeight = 2;
 
 // Looking longer for cheaper ways costs more than the shortcuts that it would save.
@@ -122,9 +123,7 @@ void HierarchyBuilder::addEdge(std::uint32_t from, std::uint32_t to, double cost
 }
 
 std::uint32_t HierarchyBuilder::keyOf(std::uint32_t place) const {
-  const std::uint32_t size = rows_[place].size;
-  if (size <= 1) return 0;
-  return size * kArcWeight + level_[place];
+  return rows_[place].size * kArcWeight + level_[place];
 }
 
 void HierarchyBuilder::queue(std::uint32_t place) {

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
-#include <span>
 
 namespace KorvaniNavigation {
 
@@ -17,11 +15,10 @@ class HubLabels::Builder {
   // Gives up as soon as the lists are too long for the places seen so far and a few more.
   bool run(std::size_t mostHubs) {
     const std::uint32_t count = arcs_.placeCount();
-    labels_.lists_.resize(count);
+    labels_.ranges_.resize(count);
     for (std::uint32_t place = count; place > 0; --place) {
-      const std::size_t arcCount = arcs_.row(place - 1).size();
-      if (arcCount >= Hub::kMostArcs) return false;
-      if (arcCount > 1) add(place - 1);
+      if (arcs_.row(place - 1).size() >= Hub::kMostArcs) return false;
+      if (needsList(place - 1)) add(place - 1);
       const std::size_t seen = count - place + std::min(kMorePlaces, place);
       if (labels_.hubs_.size() > mostHubs * seen) return false;
     }
@@ -37,20 +34,21 @@ class HubLabels::Builder {
     std::uint32_t bits = 0;
   };
 
-  struct Way {
-    std::uint32_t direction;
-    Range Ranges::*up;
-    Range Ranges::*down;
-  };
+  bool needsList(std::uint32_t place) const {
+    const std::span<const HierarchyArc> row = arcs_.row(place);
+    if (row.size() == 1) return false;
+    const auto listed = [&](const HierarchyArc& arc) { return labels_.listed(arc.place()); };
+    return row.size() != 2 || !std::all_of(row.begin(), row.end(), listed);
+  }
 
   void add(std::uint32_t place) {
-    Ranges& ranges = labels_.lists_[place];
-    ranges.forward = store(place, {HierarchyArc::kForward, &Ranges::forward, &Ranges::backward});
-    ranges.backward = store(place, {HierarchyArc::kBackward, &Ranges::backward, &Ranges::forward});
-    if (!same(ranges.forward, ranges.backward)) return;
-    labels_.hubs_.resize(ranges.backward.begin);
-    labels_.costs_.resize(ranges.backward.begin);
-    ranges.backward = ranges.forward;
+    const Range forward = store<Direction::forward, Direction::backward>(place);
+    const Range backward = store<Direction::backward, Direction::forward>(place);
+    labels_.ranges_[place] = {forward, backward};
+    if (!same(forward, backward)) return;
+    labels_.hubs_.resize(backward.begin);
+    labels_.costs_.resize(backward.begin);
+    labels_.ranges_[place].backward = forward;
   }
 
   bool same(const Range& a, const Range& b) const {
@@ -62,12 +60,13 @@ class HubLabels::Builder {
     return true;
   }
 
-  Range store(std::uint32_t place, const Way& way) {
-    gather(place, way);
+  template <Direction up, Direction down>
+  Range store(std::uint32_t place) {
+    gather<up>(place);
     std::sort(reached_.begin(), reached_.end());
     Range stored{static_cast<std::uint32_t>(labels_.hubs_.size()), 0};
     for (const std::uint32_t hub : reached_) {
-      if (beaten(hub, way)) continue;
+      if (beaten<down>(hub)) continue;
       labels_.hubs_.push_back({found_[hub].bits});
       labels_.costs_.push_back(found_[hub].cost);
     }
@@ -76,31 +75,18 @@ class HubLabels::Builder {
     return stored;
   }
 
-  void gather(std::uint32_t place, const Way& way) {
+  template <Direction up>
+  void gather(std::uint32_t place) {
     reached_.clear();
     const std::span<const HierarchyArc> row = arcs_.row(place);
     for (std::uint32_t i = 0; i < row.size(); ++i) {
-      if ((row[i].bits & way.direction) != 0) follow(row[i], i << Hub::kArcShift, way);
-    }
-  }
-
-  // The hubs behind an arc. Places with one arc have no list, but their hub is the next place.
-  void follow(HierarchyArc arc, std::uint32_t arcBits, const Way& way) {
-    double cost = arc.cost;
-    std::uint32_t tie = arc.tied() ? Hub::kTied : 0U;
-    relax(arc.place(), cost, arcBits | tie);
-    std::span<const HierarchyArc> above = arcs_.row(arc.place());
-    while (above.size() == 1) {
-      if ((above[0].bits & way.direction) == 0) return;
-      arc = above[0];
-      cost += arc.cost;
-      if (arc.tied()) tie = Hub::kTied;
-      relax(arc.place(), cost, arcBits | tie);
-      above = arcs_.row(arc.place());
-    }
-    const List list = labels_.list(labels_.lists_[arc.place()].*way.up);
-    for (std::uint32_t i = 0; i < list.size; ++i) {
-      relax(list.hubs[i].place(), cost + list.costs[i], arcBits | tie | list.hubs[i].tie());
+      if (!leads<up>(row[i])) continue;
+      const auto visit = [&](std::uint32_t hub, double cost, std::uint32_t tie) {
+        relax(hub, cost, tie | (i << Hub::kArcShift));
+      };
+      const std::uint32_t tie = row[i].tied() ? Hub::kTied : 0U;
+      visit(row[i].place(), row[i].cost, tie);
+      labels_.visitAbove<up>(arcs_, row[i].place(), row[i].cost, tie, visit);
     }
   }
 
@@ -113,13 +99,14 @@ class HubLabels::Builder {
   }
 
   // Whether the way to the hub over a higher hub is cheaper.
-  bool beaten(std::uint32_t hub, const Way& way) const {
-    const List list = labels_.list(labels_.lists_[hub].*way.down);
-    for (std::uint32_t i = 0; i < list.size; ++i) {
-      const double over = found_[list.hubs[i].place()].cost + list.costs[i];
-      if (over < found_[hub].cost - margin_) return true;
-    }
-    return false;
+  template <Direction down>
+  bool beaten(std::uint32_t hub) const {
+    bool found = false;
+    const double limit = found_[hub].cost - margin_;
+    labels_.visitAbove<down>(arcs_, hub, 0, 0, [&](std::uint32_t over, double cost, std::uint32_t) {
+      found = found || found_[over].cost + cost < limit;
+    });
+    return found;
   }
 
   const HierarchyArcs& arcs_;
@@ -142,7 +129,7 @@ std::optional<HubLabels> HubLabels::build(const HierarchyArcs& arcs, double marg
 
 std::size_t HubLabels::memory() const {
   return hubs_.capacity() * sizeof(Hub) + costs_.capacity() * sizeof(double) +
-         lists_.capacity() * sizeof(Ranges);
+         ranges_.capacity() * sizeof(Ranges);
 }
 
 }  // namespace KorvaniNavigation

@@ -8,8 +8,9 @@
 /// With them a query reads a few short lists instead of searching. In buildings of a thousand nodes
 /// a list has about ten entries; it grows with the building, so that larger ones do without.
 ///
-/// A place is a hub of its own, which is not listed. A place with one arc, a room behind its door,
-/// has no list: it has the hubs of the place that the arc leads to. A hub is left out where the way
+/// A place is a hub of its own, which is not listed. Places with one arc, such as a room behind its
+/// door, and those with two arcs to places that have a list, have none themselves: their hubs are
+/// those at the ends of their arcs. That saves half of the memory. A hub is left out where the way
 /// to it over a higher hub is cheaper by more than the margin. As with labels of a search, an entry
 /// is tied when two ways to the hub cost nearly the same.
 ///
@@ -17,7 +18,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "Navigation/Path Finding/Hierarchy/HierarchyArcs.hpp"
@@ -40,29 +43,32 @@ class HubLabels {
     std::uint32_t tie() const { return bits & kTied; }
   };
 
-  /// The hubs of a place, lowest first, and what the ways to or from them cost.
-  struct List {
-    const Hub* hubs;
-    const double* costs;
-    std::uint32_t size;
-  };
+  enum class Direction { forward, backward };
 
   /// Absent when the lists have more hubs than that for each place, and when the hierarchy is too
   /// large or has a core.
   static std::optional<HubLabels> build(const HierarchyArcs& arcs, double margin,
                                         std::size_t mostHubs);
 
-  /// Ways up from a place.
-  List forward(std::uint32_t place) const { return list(lists_[place].forward); }
+  /// Calls `visit(hub, cost, tie)` for the hubs above a place, those at the ends of its arcs
+  /// included; for one hub several times where there is no list. `cost` and `tie` (Hub::kTied or 0)
+  /// are those of the way to the place, and are passed on with what the way from there adds; or to
+  /// there, for the direction `backward`.
+  template <Direction direction, typename Visit>
+  void visitAbove(const HierarchyArcs& arcs, std::uint32_t place, double cost, std::uint32_t tie,
+                  const Visit& visit) const;
 
-  /// Ways down to it.
-  List backward(std::uint32_t place) const { return list(lists_[place].backward); }
+  /// The arc, in the row of the place, over which the hub above it is nearest.
+  template <Direction direction>
+  std::uint32_t arcTowards(const HierarchyArcs& arcs, std::uint32_t place, std::uint32_t hub) const;
 
   std::size_t memory() const;
 
  private:
   struct Range {
-    std::uint32_t begin = 0;
+    static constexpr std::uint32_t kNoList = ~0U;
+
+    std::uint32_t begin = kNoList;
     std::uint32_t size = 0;
   };
   struct Ranges {
@@ -71,13 +77,74 @@ class HubLabels {
   };
   class Builder;
 
-  List list(const Range& range) const {
-    return {hubs_.data() + range.begin, costs_.data() + range.begin, range.size};
+  template <Direction direction>
+  static bool leads(const HierarchyArc& arc) {
+    return direction == Direction::forward ? arc.forward() : arc.backward();
   }
 
-  std::vector<Ranges> lists_;
+  bool listed(std::uint32_t place) const { return ranges_[place].forward.begin != Range::kNoList; }
+
+  template <Direction direction>
+  const Range& rangeOf(std::uint32_t place) const {
+    return direction == Direction::forward ? ranges_[place].forward : ranges_[place].backward;
+  }
+
+  std::vector<Ranges> ranges_;
   std::vector<Hub> hubs_;
   std::vector<double> costs_;
 };
+
+// The last arc is followed without recursion: there can be a long row of places with one arc.
+template <HubLabels::Direction direction, typename Visit>
+void HubLabels::visitAbove(const HierarchyArcs& arcs, std::uint32_t place, double cost,
+                           std::uint32_t tie, const Visit& visit) const {
+  while (!listed(place)) {
+    const std::span<const HierarchyArc> row = arcs.row(place);
+    for (const HierarchyArc& arc : row) {
+      const bool last = &arc == &row.back();
+      if (!leads<direction>(arc)) {
+        if (last) return;
+        continue;
+      }
+      const std::uint32_t arcTie = tie | (arc.tied() ? Hub::kTied : 0U);
+      visit(arc.place(), cost + arc.cost, arcTie);
+      if (!last) {
+        visitAbove<direction>(arcs, arc.place(), cost + arc.cost, arcTie, visit);
+        continue;
+      }
+      place = arc.place();
+      cost += arc.cost;
+      tie = arcTie;
+    }
+  }
+  const Range& range = rangeOf<direction>(place);
+  for (std::uint32_t i = range.begin; i < range.begin + range.size; ++i) {
+    visit(hubs_[i].place(), cost + costs_[i], tie | hubs_[i].tie());
+  }
+}
+
+template <HubLabels::Direction direction>
+std::uint32_t HubLabels::arcTowards(const HierarchyArcs& arcs, std::uint32_t place,
+                                    std::uint32_t hub) const {
+  if (listed(place)) {
+    const Hub* entry = hubs_.data() + rangeOf<direction>(place).begin;
+    while (entry->place() != hub) ++entry;
+    return entry->arc();
+  }
+  const std::span<const HierarchyArc> row = arcs.row(place);
+  std::uint32_t nearest = 0;
+  double least = std::numeric_limits<double>::infinity();
+  for (std::uint32_t i = 0; i < row.size() && row.size() > 1; ++i) {
+    if (!leads<direction>(row[i])) continue;
+    const auto compare = [&](std::uint32_t reached, double cost, std::uint32_t) {
+      if (reached != hub || !(cost < least)) return;
+      least = cost;
+      nearest = i;
+    };
+    compare(row[i].place(), row[i].cost, 0);
+    visitAbove<direction>(arcs, row[i].place(), row[i].cost, 0, compare);
+  }
+  return nearest;
+}
 
 }  // namespace KorvaniNavigation

@@ -38,11 +38,10 @@ class HubSearch {
  private:
   static constexpr std::uint32_t kNoHub = HierarchySearch::kNone;
 
-  using ListOf = HubLabels::List (HubLabels::*)(std::uint32_t) const;
-
   void reach(std::uint32_t hub, double cost, std::uint32_t from);
   void meet(std::uint32_t hub, double cost, std::uint32_t tie, std::uint32_t target);
-  void climb(std::uint32_t place, ListOf listOf, std::vector<std::uint32_t>& chain) const;
+  template <HubLabels::Direction direction>
+  void climb(std::uint32_t place, std::vector<std::uint32_t>& chain) const;
 
   const HierarchyArcs& arcs_;
   const HubLabels& labels_;
