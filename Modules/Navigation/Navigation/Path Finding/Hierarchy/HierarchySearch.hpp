@@ -40,7 +40,7 @@ class HierarchySearch {
     bool tied() const { return (from & kTied) != 0; }
 
     /// Another way: keeps the cheaper one, and marks it when they cost nearly the same.
-    /// @param from the place before, with the mark of a tie where the way has one
+    /// @param otherFrom the place before, with the mark of a tie where the way has one
     void relax(double other, std::uint32_t otherFrom, double margin) {
       const bool better = other < cost;
       const bool close = std::abs(other - cost) <= margin;  // false where both are infinite
