@@ -149,7 +149,7 @@ TEST_F(GraphFaults, WhatIsMissingIsNamed) {
   region().obstacles().push_back(nullptr);
   EXPECT_THAT(faults(), ElementsAre(HasSubstr("obstacle 1 of region 1: there is none"),
                                     HasSubstr("edge from 1 to 2: there is none")));
-  graph().regions().insert(0, nullptr);
+  graph().regions().insert(graph().regions().begin(), nullptr);
   EXPECT_THAT(faults(), testing::Contains(HasSubstr("region 1: there is none")));
   graph().nodes().set(3, nullptr);
   EXPECT_THAT(faults(), testing::Contains(HasSubstr("node 3: there is none")));

@@ -67,19 +67,43 @@ class CountedArray {
     tellChanged(listener_);
   }
 
-  /// Puts `element` before the one at `index`, or at the end when `index` is the number of
-  /// elements.
-  void insert(std::size_t index, T element) {
+  template <class... Arguments>
+  void emplace_back(Arguments&&... arguments) {
+    push_back(T(std::forward<Arguments>(arguments)...));
+  }
+
+  /// Puts `element` before the one at `place`, and gives its place.
+  const_iterator insert(const_iterator place, T element) {
+    const auto index = place - begin();
     Elements& elements = own();
-    elements.insert(elements.begin() + static_cast<std::ptrdiff_t>(index), std::move(element));
+    elements.insert(elements.begin() + index, std::move(element));
+    tellChanged(listener_);
+    return begin() + index;
+  }
+
+  /// Removes an element, or those from `first` up to `last`; the others keep their order. Gives the
+  /// place of what followed.
+  const_iterator erase(const_iterator place) { return erase(place, place + 1); }
+  const_iterator erase(const_iterator first, const_iterator last) {
+    const auto index = first - begin();
+    const auto count = last - first;
+    Elements& elements = own();
+    elements.erase(elements.begin() + index, elements.begin() + index + count);
+    tellChanged(listener_);
+    return begin() + index;
+  }
+
+  /// Removes the last element; there is one.
+  void pop_back() { erase(end() - 1); }
+
+  void resize(std::size_t count) {
+    own().resize(count);
     tellChanged(listener_);
   }
 
-  /// Removes the element at `index`, which exists; the others keep their order.
-  void remove(std::size_t index) {
-    Elements& elements = own();
-    elements.erase(elements.begin() + static_cast<std::ptrdiff_t>(index));
-    tellChanged(listener_);
+  template <class Iterator>
+  void assign(Iterator first, Iterator last) {
+    *this = CountedArray(Elements(first, last));
   }
 
   void clear() { *this = CountedArray(); }
@@ -107,6 +131,9 @@ class CountedArray {
   bool empty() const noexcept { return contents_->elements.empty(); }
   const_iterator begin() const noexcept { return contents_->elements.begin(); }
   const_iterator end() const noexcept { return contents_->elements.end(); }
+  auto rbegin() const noexcept { return contents_->elements.rbegin(); }
+  auto rend() const noexcept { return contents_->elements.rend(); }
+  const T* data() const noexcept { return contents_->elements.data(); }
 
   friend bool operator==(const CountedArray& a, const CountedArray& b) {
     return a.sharesWith(b) || a.elements() == b.elements();
@@ -138,17 +165,13 @@ class CountedArray {
   /// that were shared once are left for good: whether the others are done reading could not be told
   /// without making them wait.
   Elements& own() {
-    contents_ = isShared_.exchange(false, std::memory_order_relaxed)
-                    ? std::make_shared<Contents>(contents_->elements)
-                    : withoutDerived();
-    return contents_->elements;
-  }
-
-  std::shared_ptr<Contents> withoutDerived() {
-    if (!contents_->derived.isEmpty()) {
-      return std::make_shared<Contents>(std::move(contents_->elements));
+    if (isShared_.load(std::memory_order_relaxed)) {
+      contents_ = std::make_shared<Contents>(contents_->elements);
+      isShared_.store(false, std::memory_order_relaxed);
+    } else if (!contents_->derived.isEmpty()) {
+      contents_ = std::make_shared<Contents>(std::move(contents_->elements));
     }
-    return contents_;
+    return contents_->elements;
   }
 
   std::shared_ptr<Contents> contents_;

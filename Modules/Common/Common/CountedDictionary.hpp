@@ -78,6 +78,23 @@ class CountedDictionary {
   }
   V& operator[](const Key& key) requires kNested { return row(key); }
 
+  /// As `find`, for changing the row.
+  V* findMutable(const Key& key) requires kNested { return entries_.findMutable(key); }
+
+  /// The place of a value: `dictionary[key] = value` is `dictionary.set(key, value)`.
+  class Place {
+   public:
+    Place(CountedDictionary& dictionary, const Key& key) : dictionary_(dictionary), key_(key) {}
+
+    // NOLINTNEXTLINE(misc-unconventional-assign-operator): nobody chains these
+    void operator=(V value) const { dictionary_.set(key_, std::move(value)); }
+
+   private:
+    CountedDictionary& dictionary_;
+    const Key& key_;
+  };
+  Place operator[](const Key& key) requires(!kNested) { return Place(*this, key); }
+
   bool remove(const Key& key) {
     const bool removed = entries_.remove(key);
     if (removed) tellChanged(listener_);

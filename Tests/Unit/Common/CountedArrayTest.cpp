@@ -49,12 +49,26 @@ TEST_F(CountedArrayTest, ReadsLikeAList) {
 TEST_F(CountedArrayTest, TellsItsOwnerOfEveryChange) {
   EXPECT_TRUE(isTold([&] { list.push_back("d"); }));
   EXPECT_TRUE(isTold([&] { list.set(0, "A"); }));
-  EXPECT_TRUE(isTold([&] { list.insert(1, "x"); }));
-  EXPECT_TRUE(isTold([&] { list.remove(2); }));
+  EXPECT_TRUE(isTold([&] { list.insert(list.begin() + 1, "x"); }));
+  EXPECT_TRUE(isTold([&] { list.erase(list.begin() + 2); }));
   EXPECT_EQ(list, (CountedList{"A", "x", "c", "d"}));
   EXPECT_TRUE(isTold([&] { list = CountedList{"z"}; }));
   EXPECT_TRUE(isTold([&] { list.clear(); }));
   EXPECT_TRUE(list.empty());
+}
+
+TEST_F(CountedArrayTest, ChangesLikeAList) {
+  EXPECT_TRUE(isTold([&] { list.emplace_back(2, 'd'); }));
+  EXPECT_EQ(list.back(), "dd");
+  EXPECT_TRUE(isTold([&] { list.pop_back(); }));
+  EXPECT_TRUE(isTold([&] { list.resize(4); }));
+  EXPECT_EQ(list, (CountedList{"a", "b", "c", ""}));
+  EXPECT_TRUE(isTold([&] { list.erase(list.begin() + 1, list.end() - 1); }));
+  EXPECT_EQ(list, (CountedList{"a", ""}));
+  const CountedStrings others{"x", "y"};
+  EXPECT_TRUE(isTold([&] { list.assign(others.begin(), others.end()); }));
+  EXPECT_EQ(CountedStrings(list.rbegin(), list.rend()), (CountedStrings{"y", "x"}));
+  EXPECT_EQ(list.data()[1], "y");
 }
 
 TEST_F(CountedArrayTest, TellsItsOwnerWhenItIsMovedAway) {
@@ -115,7 +129,7 @@ TEST_F(CountedArrayTest, WhatIsComputedIsDroppedByAChangeOfAListWithoutCopies) {
         ->value;
   };
   EXPECT_EQ(total(), 3U);
-  list.remove(0);
+  list.erase(list.begin());
   EXPECT_EQ(total(), 2U);
   list.set(0, "B");
   list.push_back("d");

@@ -40,6 +40,13 @@ TEST_F(CountedDictionaryTest, TellsItsOwnerOfAChangeInARow) {
   EXPECT_TRUE(isTold([&] { table.row(1).clear(); }));
 }
 
+TEST_F(CountedDictionaryTest, TakesAValueByItsPlace) {
+  EXPECT_TRUE(isTold([&] { table[1][2] = "lift"; }));
+  EXPECT_EQ(*table.find(1)->find(2), "lift");
+  EXPECT_TRUE(isTold([&] { table.findMutable(1)->set(3, "ramp"); }));
+  EXPECT_EQ(table.findMutable(9), nullptr);
+}
+
 TEST_F(CountedDictionaryTest, TellsItsOwnerOfNewAndRemovedRows) {
   EXPECT_TRUE(isTold([&] { table.row(5); }));
   EXPECT_TRUE(isTold([&] { table.row(5).set(1, "ramp"); }));

@@ -72,7 +72,7 @@ TEST_F(ObstacleDetectorChangesTest, AWallThatIsAddedToTheRegionBlocksWhoTakesThe
   region->addObstacle(wallAt(3));
   EXPECT_EQ(crossedBy(before), 1U);
   EXPECT_EQ(crossedBy(detector()), 2U);
-  region->obstacles().remove(0);
+  region->obstacles().erase(region->obstacles().begin());
   EXPECT_EQ(crossedBy(detector()), 1U);
   region->obstacles().set(0, wallAt(50));
   EXPECT_FALSE(isBlocked(detector()));

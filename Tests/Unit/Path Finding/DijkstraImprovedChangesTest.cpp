@@ -1,7 +1,9 @@
 // Searches before and after a change of the graph: nothing that was prepared may outlive the
 // change. Every test asks first, so that there is something prepared.
 
+#include <algorithm>
 #include <string>
+#include <utility>
 
 #include "SearchFixture.hpp"
 
@@ -120,6 +122,46 @@ TEST_F(DijkstraImprovedChangesTest, LabelsOfAnEarlierSearchStayAsTheyWere) {
   EXPECT_EQ(way("C"), "AC");
   EXPECT_EQ(cost("C"), 1);
   EXPECT_EQ(cost("D"), 2);
+}
+
+// Another finder has had the graph compiled anew, with other numbers, before somebody asks.
+TEST_F(DijkstraImprovedChangesTest, LabelsOfAnEarlierSearchDoNotDependOnLaterNumbers) {
+  auto nodes = building.graph()->nodes();
+  nodes.remove(building.point("F")->identifierNumber());
+  KRVNavGraph::Nodes reversed;
+  for (const auto& number : [&] {
+         auto keys = nodes.keys();
+         std::reverse(keys.begin(), keys.end());
+         return keys;
+       }()) {
+    reversed.set(number, *nodes.find(number));
+  }
+  building.graph()->setNodes(std::move(reversed));
+  DijkstraImproved other{std::weak_ptr<KorvaniNavigation::ConfigDependents>()};
+  EXPECT_EQ(other
+                .findPathInGraph(building.graph(), {building.point("A")}, {0},
+                                 {building.point("D")}, false)
+                .size(),
+            3U);
+  EXPECT_EQ(way("C"), "AC");
+  EXPECT_EQ(cost("D"), 2);
+}
+
+TEST_F(DijkstraImprovedChangesTest, ARegionThatNobodyKeepsAnyLongerTakesItsPointsAway) {
+  auto away = std::make_shared<KRVNavRegion>(3);
+  away->setGraph(building.graph());
+  building.point("B")->setRegion(away);
+  EXPECT_EQ(search(), "ABD");
+  away.reset();
+  EXPECT_EQ(search(), "ACD");
+}
+
+// More often than it takes to prepare something: the answer stays.
+TEST_F(DijkstraImprovedChangesTest, CostsWhoseSumIsNoNumberAreFoundAllTheSame) {
+  for (const char* ends : {"AB", "BD", "AC", "CD"}) {
+    edgeOf(std::string(1, ends[0]), std::string(1, ends[1]))->setDistance(1e308);
+  }
+  for (int i = 0; i < 12; ++i) EXPECT_EQ(search(), "ABD");
 }
 
 }  // namespace

@@ -225,6 +225,18 @@ TEST_F(GraphForRoute, IsTheSameObjectUntilTheRouteChanges) {
   EXPECT_NE(task->graphForRoute(), first);
 }
 
+TEST_F(GraphForRoute, IsThatOfTheRouteWhateverBecomesOfTheBuildingBeforeItIsReadFirst) {
+  provide(building.graph());
+  const auto task = guide(building.point("A"), {building.point("E")});
+  const auto before = building.point("A")->coordinate();
+  building.point("A")->setCoordinate({0, 0});
+  building.region(0)->addObstacle(std::make_shared<KRVNavObstacle>(
+      std::vector<CLLocationCoordinate2D>{fromOrigin(50, 50), fromOrigin(60, 60)}));
+  const auto graph = task->graphForRoute();
+  EXPECT_EQ(graph->regions()[0]->nodes().begin()->second->coordinate(), before);
+  EXPECT_TRUE(graph->regions()[0]->obstacles().empty());
+}
+
 TEST_F(GraphForRoute, TakesItsObstaclesFromTheBuildingWhileAnotherRouteIsActive) {
   building.region(0)->addObstacle(std::make_shared<KRVNavObstacle>(
       std::vector<CLLocationCoordinate2D>{fromOrigin(50, 50), fromOrigin(60, 60)}));

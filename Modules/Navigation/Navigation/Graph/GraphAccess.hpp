@@ -12,6 +12,9 @@
 //   GraphAccess::watch(*edge);                                        // then watch,
 //   use(edge->end());                                                 // then read
 //
+// The revisions are the process's, so a change of one building has the forms of another made anew
+// as well; costs are read again faster than nodes and edges are.
+//
 // In this order no change is missed, whichever thread makes it: it is either seen by the reading or
 // stamped after the stamp was taken.
 //

@@ -15,7 +15,8 @@ KRVNavRegion::KRVNavRegion(std::int64_t level)
   nodes_.reportTo(nodesRevision_);
 }
 
-KRVNavRegion::~KRVNavRegion() = default;
+// Its points belong to no region from now on, and nobody sets that.
+KRVNavRegion::~KRVNavRegion() { isWatched_.changed(graphChanges().regions); }
 
 void KRVNavRegion::setNodes(Nodes nodes) { nodes_ = std::move(nodes); }
 

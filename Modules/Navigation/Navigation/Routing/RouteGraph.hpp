@@ -2,15 +2,19 @@
 
 // Internal. The small graph of one route.
 
+#include <cstdint>
 #include <memory>
 #include <mutex>
+#include <vector>
 
-#include "Navigation/Localisation/RegionFinder.hpp"
+#include "Navigation/Graph/KRVNavRegion.hpp"
+#include "Navigation/Names.hpp"
 
 namespace KorvaniNavigation {
 
 class ConfigDependents;
 class KRVNavGraph;
+class KRVNavPoint;
 class Route;
 
 /// A graph that holds nothing but the route, so that positions can be mapped onto it: one region
@@ -24,22 +28,37 @@ class Route;
 std::shared_ptr<KRVNavGraph> buildRouteGraph(const Route& route,
                                              const std::weak_ptr<ConfigDependents>& configuration);
 
-/// The graph of a route for who asks for it: many a route is replaced by the next one before
-/// anybody does. It is the graph that would have been built with the route.
+/// That graph for who asks for it: many a route is replaced by the next one before anybody does.
+/// What it is made of is noted at once, so it is the graph that would have been built with the
+/// route, whatever becomes of the building in between.
 ///
 /// Thread safety: any thread at any time; who asks first builds it, others wait.
 class RouteGraphOnDemand {
  public:
   RouteGraphOnDemand(std::shared_ptr<const Route> route,
-                     std::weak_ptr<ConfigDependents> configuration);
+                     const std::weak_ptr<ConfigDependents>& configuration);
 
   /// The same object each time.
   std::shared_ptr<KRVNavGraph> graph() const;
 
+  /// What is noted of an end of a step.
+  struct End {
+    const KRVNavPoint* point;  ///< tells points apart; kept alive by the route
+    CLLocationCoordinate2D coordinate;
+    std::int64_t level;
+    std::int64_t identifier;
+  };
+
+  /// A level of the route, and the walls of the building there.
+  struct Level {
+    std::int64_t level;
+    KRVNavRegion::Obstacles obstacles;
+  };
+
  private:
   std::shared_ptr<const Route> route_;
-  std::weak_ptr<ConfigDependents> configuration_;
-  RegionFinder::Regions regions_;  // of the building, as it was when the route was made
+  std::vector<End> ends_;  ///< start and end of each step, in walking order
+  std::vector<Level> levels_;
   mutable std::mutex building_;
   mutable std::shared_ptr<KRVNavGraph> graph_;
 };

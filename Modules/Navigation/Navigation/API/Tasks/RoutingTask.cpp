@@ -241,6 +241,7 @@ void RoutingTask::findRoute() {
   if (!pathFinder_->interrupted()) current_.route = routeAlong(nodes, *graph, *start);
   disarmTimeLimit();
   pathFinderInterruptionTimer_.reset();
+  pathFinder_->restart();  // lest it keeps a building alive that is not searched any more
 }
 
 void RoutingTask::armTimeLimit() {

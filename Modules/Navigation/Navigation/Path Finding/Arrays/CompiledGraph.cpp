@@ -132,11 +132,12 @@ bool CompiledGraph::readCosts() {
   barrierFree_.reserve(edges.size());
   for (const KRVNavEdge* edge : edges) {
     const double cost = edge->multiplicator() * edge->distance();
-    if (!(cost >= 0) || std::isinf(cost)) return false;
+    if (!(cost >= 0)) return false;
+    totalCost_ += cost;
     cost_.push_back(cost);
     barrierFree_.push_back(edge->isBarrierFree() ? 1 : 0);
   }
-  return true;
+  return std::isfinite(totalCost_);
 }
 
 std::size_t CompiledGraph::bytes() const {

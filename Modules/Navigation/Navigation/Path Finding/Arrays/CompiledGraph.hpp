@@ -12,8 +12,9 @@
 //
 // Only an ordinary graph has arrays. In it, numbers say the same as objects: every point is filed
 // under its own identifier and belongs to a region of this graph, every edge ends at such a point,
-// and every cost is a number of at least 0. In any other graph labels that belong to objects and
-// equality that goes by identifiers come apart, and it is searched object by object.
+// every cost is a number of at least 0, and no way costs more than a number can hold. In any other
+// graph labels that belong to objects and equality that goes by identifiers come apart, and it is
+// searched object by object.
 //
 // Immutable; any number of threads may read it. It keeps the points alive, not the edges.
 //
@@ -83,6 +84,9 @@ class CompiledGraph {
 
   const GraphStructure& structure() const { return *structure_; }
 
+  // What all edges cost together: no way costs more.
+  double totalCost() const { return totalCost_; }
+
   // What searches work on, and the search, which all threads share; valid as long as this object.
   const SearchGraph& arrays() const { return arrays_; }
   const PathSearch& search() const { return search_; }
@@ -96,6 +100,7 @@ class CompiledGraph {
   std::shared_ptr<const GraphStructure> structure_;
   std::vector<double> cost_;
   std::vector<std::uint8_t> barrierFree_;
+  double totalCost_ = 0;
   bool isOrdinary_;
   SearchGraph arrays_;
   std::shared_ptr<const SearchHistory> history_;

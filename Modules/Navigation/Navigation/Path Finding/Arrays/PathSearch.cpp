@@ -12,6 +12,10 @@ namespace {
 // Bounds the memory of a graph's compiled form at 400 bytes a node, with both hierarchies.
 constexpr std::size_t kMostHubsOfFirst = 11;
 
+// A search in the hierarchy compares starts and targets with each other. From so many on the waves,
+// which are not far from one of them anyhow, are sooner there.
+constexpr std::size_t kMostEnds = 48;
+
 }  // namespace
 
 void SearchHistory::dropped(int searches) const {
@@ -46,6 +50,7 @@ std::optional<FoundPath> PathSearch::find(const SearchQuery& query) const {
 }
 
 const RoutingHierarchy* PathSearch::hierarchyFor(const SearchQuery& query) const {
+  if (query.starts.size() + query.targets.size() > kMostEnds) return nullptr;
   Prepared& prepared = prepared_[query.barrierFree ? 1 : 0];
   const int searches = prepared.searches.fetch_add(1, std::memory_order_relaxed);
   if (const auto* ready = prepared.ready.load(std::memory_order_acquire)) return ready;

@@ -36,7 +36,8 @@ std::unique_ptr<ArraySearch> ArraySearch::prepare(const Points& starts,
   search->starts.reserve(starts.size());
   for (std::size_t i = 0; i < starts.size(); ++i) {
     const auto node = structure.nodeOf(*starts[i]);
-    if (!node || !(distances[i] >= 0) || std::isinf(distances[i])) return nullptr;
+    if (!node || !(distances[i] >= 0)) return nullptr;
+    if (!std::isfinite(distances[i] + search->compiled->totalCost())) return nullptr;
     search->starts.push_back({*node, distances[i]});
   }
   search->targets.reserve(destinations.size());

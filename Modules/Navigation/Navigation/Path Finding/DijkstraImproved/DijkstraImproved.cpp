@@ -84,7 +84,8 @@ WaveLabels& DijkstraImproved::labels() const {
     if (inArrays_->wasInterrupted) {
       labels_->forgetWaiting();
     } else {
-      labels_->run({destinations, inArrays_->barrierFree, never, inArrays_->compiled.get()});
+      const WaveLabels::CompiledEdges compiled(*inArrays_->compiled);
+      labels_->run({destinations, inArrays_->barrierFree, never, &compiled});
     }
     inArrays_.reset();
   }

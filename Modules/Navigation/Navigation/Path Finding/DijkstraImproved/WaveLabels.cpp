@@ -20,6 +20,12 @@ struct WaveLabels::Wave {
   }
 };
 
+WaveLabels::CompiledEdges::CompiledEdges(const CompiledGraph& compiled) : graph(compiled) {
+  const auto& points = compiled.structure().points();
+  nodes.reserve(points.size());
+  for (std::uint32_t node = 0; node < points.size(); ++node) nodes[points[node].get()] = node;
+}
+
 void WaveLabels::addStart(const std::shared_ptr<KRVNavPoint>& point, double distance) {
   appendPath({point, std::nullopt, distance});
   nodesToCheck_.push_back(point);
@@ -61,11 +67,10 @@ void WaveLabels::expand(const KRVNavPoint& point, const Rules& rules, Wave& next
 }
 
 void WaveLabels::expandInArrays(const KRVNavPoint& point, const Rules& rules, Wave& next) {
-  const GraphStructure& structure = rules.compiled->structure();
-  const SearchGraph& graph = rules.compiled->arrays();
-  const std::optional<std::uint32_t> node = structure.nodeOf(point);
-  if (!node) KORVANI_FATAL("a point is searched from that is no node of the graph");
-  for (std::uint32_t edge = graph.firstEdge[*node]; edge < graph.firstEdge[*node + 1]; ++edge) {
+  const GraphStructure& structure = rules.compiled->graph.structure();
+  const SearchGraph& graph = rules.compiled->graph.arrays();
+  const std::uint32_t node = rules.compiled->nodes.at(&point);
+  for (std::uint32_t edge = graph.firstEdge[node]; edge < graph.firstEdge[node + 1]; ++edge) {
     if (rules.lookForBarrierFreeRoute && graph.barrierFree[edge] == 0) continue;
     relax(point, structure.points()[graph.target[edge]], graph.cost[edge], rules, next);
   }

@@ -11,6 +11,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <unordered_map>
@@ -27,13 +28,21 @@ class WaveLabels {
   using Path = PointPath;
   using Points = std::vector<std::shared_ptr<KRVNavPoint>>;
 
-  // What a search goes by. `compiled`, unless null, has the edges as they were when it was made;
-  // otherwise they are asked of the points.
+  // The edges as they were when a graph was compiled. The numbers of its points are its own: those
+  // that the points remember may be of a later form by now.
+  struct CompiledEdges {
+    explicit CompiledEdges(const CompiledGraph& compiled);
+
+    const CompiledGraph& graph;
+    std::unordered_map<const KRVNavPoint*, std::uint32_t> nodes;
+  };
+
+  // What a search goes by. Without compiled edges the points are asked for theirs.
   struct Rules {
     const PointSet& destinations;
     bool lookForBarrierFreeRoute;
     const std::atomic<bool>& interrupted;
-    const CompiledGraph* compiled = nullptr;
+    const CompiledEdges* compiled = nullptr;
   };
 
   // Labels a start point, and has the next wave begin with it.
