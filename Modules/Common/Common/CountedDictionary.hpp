@@ -39,8 +39,9 @@ class CountedDictionary {
   CountedDictionary() = default;
   CountedDictionary(const CountedDictionary& other) : entries_(other.entries_) {}
   // NOLINTNEXTLINE(performance-noexcept-move-constructor): telling of a change may not be sworn off
-  CountedDictionary(CountedDictionary&& other) : entries_(std::move(other.entries_)) {
-    listener_ = other.listener_;  // shared by both
+  CountedDictionary(CountedDictionary&& other)
+      : entries_(std::move(other.entries_)),
+        listener_(other.listener_) {  // NOLINT(performance-move-constructor-init): shared by both
     tellChanged(listener_);
   }
   ~CountedDictionary() = default;

@@ -43,15 +43,15 @@ class RouteGraphOnDemand {
 
   /// What is noted of an end of a step.
   struct End {
-    const KRVNavPoint* point;  ///< tells points apart; kept alive by the route
+    const KRVNavPoint* point = nullptr;  ///< tells points apart; kept alive by the route
     CLLocationCoordinate2D coordinate;
-    std::int64_t level;
-    std::int64_t identifier;
+    std::int64_t level = 0;
+    std::int64_t identifier = 0;
   };
 
   /// A level of the route, and the walls of the building there.
   struct Level {
-    std::int64_t level;
+    std::int64_t level = 0;
     KRVNavRegion::Obstacles obstacles;
   };
 

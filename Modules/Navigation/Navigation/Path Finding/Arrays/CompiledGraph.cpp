@@ -100,7 +100,7 @@ std::size_t GraphStructure::bytes() const {
   return sizeof *this + points_.capacity() * sizeof points_[0] +
          (byIdentifier_.capacity() + firstEdge_.capacity() + target_.capacity()) *
              sizeof(std::uint32_t) +
-         edges_.capacity() * sizeof edges_[0];
+         edges_.capacity() * sizeof(void*);
 }
 
 std::shared_ptr<const CompiledGraph> CompiledGraph::of(const KRVNavGraph& graph) {

@@ -40,7 +40,7 @@ class WaveLabels {
   // What a search goes by. Without compiled edges the points are asked for theirs.
   struct Rules {
     const PointSet& destinations;
-    bool lookForBarrierFreeRoute;
+    bool lookForBarrierFreeRoute = false;
     const std::atomic<bool>& interrupted;
     const CompiledEdges* compiled = nullptr;
   };

@@ -279,7 +279,7 @@ void HierarchyBuilder::number(std::vector<std::uint32_t>& rankOf) {
       }
       const std::uint32_t above = result_.arcs[step.second++].place();
       if (rankOf[above] == kUnnumbered) {
-        climb.push_back({orderOf_[above], result_.firstArc[orderOf_[above]]});
+        climb.emplace_back(orderOf_[above], result_.firstArc[orderOf_[above]]);
       }
     }
   }

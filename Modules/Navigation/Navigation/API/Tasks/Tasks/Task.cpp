@@ -146,9 +146,10 @@ bool Task::start(const std::function<bool()>& prepare, std::shared_ptr<Task>& ow
   }
   keep(own);
   if (async_) {
-    globalQueue().execute([self = std::move(own)]() mutable { perform(std::move(self)); });
+    globalQueue().execute(
+        [self = std::exchange(own, nullptr)]() mutable { perform(std::move(self)); });
   } else {
-    perform(std::move(own));
+    perform(std::exchange(own, nullptr));
   }
   return true;
 }
