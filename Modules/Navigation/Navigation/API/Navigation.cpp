@@ -230,7 +230,8 @@ void Navigation::removeTask(const std::shared_ptr<Task>& task) {
   // First, so that a position which another thread is giving to the task just now either sees the
   // mark or has brought the task into the list by the time it is taken out.
   const bool wasLetGo = task->isLetGo_.exchange(true);
-  if (!forget(task) && !wasLetGo) task->isLetGo_ = false;
+  // A task at work that is not in the list was taken out by that thread, which has seen the mark.
+  if (!forget(task) && !wasLetGo && !task->running()) task->isLetGo_ = false;
 }
 
 /// Whether the task was known.
