@@ -38,7 +38,7 @@ class CountedArray {
   using const_iterator = typename Elements::const_iterator;
   using iterator = const_iterator;
 
-  CountedArray() : CountedArray(Elements()) {}
+  CountedArray() : contents_(none()), isShared_(true) {}
   // NOLINTNEXTLINE(google-explicit-constructor): a list in the place of such a list reads well
   CountedArray(Elements elements)
       : contents_(std::make_shared<Contents>(std::move(elements))), isShared_(false) {}
@@ -146,6 +146,13 @@ class CountedArray {
     Elements elements;
     Derived derived;
   };
+
+  /// What all empty lists share, so that they cost nothing. Never destroyed.
+  static const std::shared_ptr<Contents>& none() {
+    static const auto* const contents =
+        new std::shared_ptr<Contents>(std::make_shared<Contents>(Elements()));
+    return *contents;
+  }
 
   std::shared_ptr<Contents> shared() const {
     isShared_.store(true, std::memory_order_relaxed);

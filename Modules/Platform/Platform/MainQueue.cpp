@@ -143,20 +143,20 @@ void MainQueue::stop() {
   wake_.notify_all();
 }
 
+// The lists of the jobs at hand are kept from one pump to the next, since an empty one costs as
+// much to make as a small job.
 void MainQueue::pumpOnce() {
-  std::deque<Job> present;
-  std::deque<Job> discarded;
   std::unique_lock lock(mutex_);
-  present.swap(jobs_);
-  discarded.swap(discarded_);
+  present_.swap(jobs_);
+  dropping_.swap(discarded_);
   const std::uint64_t endNumber = nextTimerNumber_;
   const Duration now = clock()->uptime();
   lock.unlock();
 
-  discarded.clear();
-  while (!present.empty()) {
-    const Job job = takeJob(present.front());
-    present.pop_front();
+  dropping_.clear();
+  while (!present_.empty()) {
+    const Job job = takeJob(present_.front());
+    present_.pop_front();
     job();
   }
   while (fireNextTimer(now, endNumber)) {

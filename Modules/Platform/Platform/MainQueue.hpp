@@ -110,6 +110,8 @@ class KORVANI_API MainQueue final : public Executor {
   std::condition_variable wake_;
   std::deque<Job> jobs_;
   std::deque<Job> discarded_;
+  std::deque<Job> present_;   // that the pump under way took; its thread's own
+  std::deque<Job> dropping_;  // the same of the discarded ones
   std::map<TimerKey, ScheduledJob> timers_;
   std::uint64_t nextTimerNumber_ = 0;
   bool serving_ = false;

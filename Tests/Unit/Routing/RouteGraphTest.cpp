@@ -1,4 +1,4 @@
-#include "Navigation/Routing/RouteGraph.hpp"
+#include "Navigation/Routing/RouteTrack.hpp"
 
 #include <gtest/gtest.h>
 
@@ -6,6 +6,7 @@
 
 #include "Navigation/Graph/KRVNavEdge.hpp"
 #include "Navigation/Graph/KRVNavRegion.hpp"
+#include "Navigation/Routing/RemainingSteps.hpp"
 #include "Navigation/Routing/Route.hpp"
 #include "Support/FacadeFixture.hpp"
 #include "Support/PlacedBuilding.hpp"
@@ -14,15 +15,19 @@
 namespace KorvaniTest {
 namespace {
 
-using KorvaniNavigation::buildRouteGraph;
+using KorvaniNavigation::RouteTrack;
 using KorvaniNavigation::Step;
 using Identifiers = std::vector<std::int64_t>;
+
+std::shared_ptr<KRVNavGraph> graphOf(const std::vector<Step>& steps) {
+  return RouteTrack(Route(steps).remainingSteps()).graph();
+}
 
 class RouteGraph : public FacadeFixture {
  protected:
   std::shared_ptr<KRVNavGraph> build(const std::vector<Step>& steps) {
     provide(building.graph());
-    return buildRouteGraph(Route(steps), bundle());
+    return graphOf(steps);
   }
 
   /// The route graph of plain steps over these points.
@@ -105,7 +110,7 @@ TEST_F(RouteGraph, TakesObstaclesFromTheNearestRegionWhereNoneContainsThePoint) 
 
 TEST_F(RouteGraph, HasNoObstaclesWhereTheBuildingHasNoRegion) {
   provide(std::make_shared<KRVNavGraph>());
-  const auto graph = buildRouteGraph(Route({Step(at(48, 11), at(48, 11.001), 5)}), bundle());
+  const auto graph = graphOf({Step(at(48, 11), at(48, 11.001), 5)});
   ASSERT_EQ(levelsOf(*graph), Identifiers{0});
   EXPECT_TRUE(graph->regions()[0]->obstacles().empty());
 }
@@ -244,8 +249,7 @@ TEST_F(GraphForRoute, TakesItsObstaclesFromTheBuildingWhileAnotherRouteIsActive)
   const auto task = guide(building.point("A"), {building.point("E")});
   const auto first = task->graphForRoute();
   std::as_const(*first).regions()[0]->obstacles().clear();
-  const auto graph =
-      buildRouteGraph(Route({Step(building.point("D"), building.point("E"), 5)}), bundle());
+  const auto graph = graphOf({Step(building.point("D"), building.point("E"), 5)});
   EXPECT_EQ(graph->regions()[0]->obstacles().size(), 1U);
 }
 

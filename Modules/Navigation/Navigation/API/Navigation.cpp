@@ -48,7 +48,7 @@ struct FacadeRoles final : GraphSettings, GraphSource, TaskHost, ActiveRoute {
     // Without a reference of its own: the last one to a task must not end on this thread.
     const auto followed =
         navigation.activeRoutingTask_.read([](const std::shared_ptr<RoutingTask>& active) {
-          return active ? std::optional(active->followedGraph()) : std::nullopt;
+          return active ? std::optional(active->followed()) : std::nullopt;
         });
     return followed ? followed->graph() : nullptr;
   }
@@ -61,6 +61,11 @@ struct FacadeRoles final : GraphSettings, GraphSource, TaskHost, ActiveRoute {
   std::optional<std::string> configName() const override {
     return navigation.activeRoutingTask_.read([](const std::shared_ptr<RoutingTask>& active) {
       return active ? std::optional(configNameOf(*active)) : std::nullopt;
+    });
+  }
+  std::shared_ptr<const RouteTrack> track() const override {
+    return navigation.activeRoutingTask_.read([](const std::shared_ptr<RoutingTask>& active) {
+      return active ? active->followed().track : nullptr;
     });
   }
   void proceed(const std::shared_ptr<SnappingTask>& snappingTask) override;

@@ -41,6 +41,8 @@ RevisionStamp GraphAccess::nodesStamp(const KRVNavRegion& region) {
   return std::max(region.nodesRevision_->stamp(), graphChanges().points.stamp());
 }
 
+RevisionStamp GraphAccess::pointsStamp() { return graphChanges().points.stamp(); }
+
 RevisionStamp GraphAccess::obstaclesStamp() { return graphChanges().obstacles.stamp(); }
 
 }  // namespace KorvaniNavigation

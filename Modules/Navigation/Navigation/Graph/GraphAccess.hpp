@@ -58,6 +58,8 @@ struct GraphAccess {
   static RevisionStamp costStamp(const KRVNavGraph& graph);
   // When the region last changed which nodes it has and where they are.
   static RevisionStamp nodesStamp(const KRVNavRegion& region);
+  // When a point last changed what can be asked of it.
+  static RevisionStamp pointsStamp();
   // When an obstacle last changed its coordinates.
   static RevisionStamp obstaclesStamp();
 };

@@ -9,7 +9,7 @@ namespace KorvaniNavigation {
 
 // A revision for each kind of change.
 struct GraphChanges {
-  KorvaniCommon::Revision points;     // a point's numbers, coordinate, level or region
+  KorvaniCommon::Revision points;     // a point's numbers, coordinate, level, location or region
   KorvaniCommon::Revision regions;    // a region's graph
   KorvaniCommon::Revision edgeEnds;   // an edge's start or end
   KorvaniCommon::Revision edgeCosts;  // an edge's distance, multiplicator or barrier-freeness

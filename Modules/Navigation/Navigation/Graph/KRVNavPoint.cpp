@@ -64,7 +64,10 @@ void KRVNavPoint::setLevel(std::int64_t level) {
 
 CLLocation KRVNavPoint::location() const { return readGuarded(this, location_); }
 
-void KRVNavPoint::setLocation(CLLocation location) { writeGuarded(this, location_, location); }
+void KRVNavPoint::setLocation(CLLocation location) {
+  writeGuarded(this, location_, location);
+  isWatched_.changed(graphChanges().points);
+}
 
 std::shared_ptr<KRVNavRegion> KRVNavPoint::region() const {
   return readGuarded(this, region_).lock();

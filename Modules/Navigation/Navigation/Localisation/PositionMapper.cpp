@@ -10,6 +10,7 @@
 #include "Navigation/Graph/KRVNavGraph.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
 #include "Navigation/Graph/KRVNavRegion.hpp"
+#include "Navigation/Localisation/EdgeFoot.hpp"
 #include "Navigation/Localisation/EdgeIntersection.hpp"
 #include "Navigation/Localisation/IntersectionFinder.hpp"
 #include "Navigation/Localisation/RegionFinder.hpp"
@@ -24,10 +25,6 @@ using KorvaniPlatform::greatCircleDistance;
 
 namespace {
 
-/// An edge may lead about by at most this many times the distance of its near end, in degrees.
-constexpr double kLongestDetour = 2.5;
-/// A way through an edge's far end may be this many times longer than the way to the near one.
-constexpr double kDetourFactor = 1.2;
 /// When the nearest node is farther away than this, in metres, only that one is taken.
 constexpr double kFarNodeDistance = 10.0;
 
@@ -143,17 +140,11 @@ bool PositionMapper::passesDetourTests(const KRVNavGraph& graph, const ClosestNo
                                        const KRVNavPoint& neighbour,
                                        const KRVNavPoint& navigationPoint) const {
   const CLLocationCoordinate2D position = navigationPoint.coordinate();
-  const CLLocationCoordinate2D near = candidate.node->coordinate();
   const CLLocationCoordinate2D far = neighbour.coordinate();
-  const double toNode = degreeDistance(position, near);
-  const double detour =
-      degreeDistance(near, position) + degreeDistance(position, far) - degreeDistance(near, far);
-  if (detour > kLongestDetour * toNode) return false;
+  if (leadsElsewhere(position, candidate.node->coordinate(), far)) return false;
   const auto edge = graph.edgeFromNode(*candidate.node, neighbour);
   if (!edge) return false;
-  const double farDistance = greatCircleDistance(far, position);
-  return !(candidate.distance * kDetourFactor <=
-           candidate.distance + farDistance - edge->distance());
+  return !isPastNearEnd(candidate.distance, greatCircleDistance(far, position), edge->distance());
 }
 
 std::shared_ptr<EdgeIntersection> PositionMapper::projectOntoEdge(
@@ -174,17 +165,11 @@ std::optional<MKMapPoint> PositionMapper::findIntersectionPointOnEdge(
     const std::shared_ptr<KRVNavRegion>& region, const KRVNavPoint& nodeOne,
     const KRVNavPoint& nodeTwo, const KRVNavPoint& navigationPoint) {
   const CLLocationCoordinate2D position = navigationPoint.coordinate();
-  const MKMapPoint foot = IntersectionFinder::findIntersectionPointForPointOnLine(
-      MKMapPointForCoordinate(position), MKMapPointForCoordinate(nodeOne.coordinate()),
-      MKMapPointForCoordinate(nodeTwo.coordinate()));
-  const CLLocationCoordinate2D coordinate = MKCoordinateForMapPoint(foot);
-  if (!IntersectionFinder::coordinateIsBetweenCoordinates(coordinate, nodeOne.coordinate(),
-                                                          nodeTwo.coordinate())) {
-    return std::nullopt;
-  }
+  const auto foot = footBetween(nodeOne.coordinate(), nodeTwo.coordinate(), position);
+  if (!foot) return std::nullopt;
   useWallsOf(region);
-  if (obstacleDetector_->isAnyBarrierInBetween(coordinate, position)) return std::nullopt;
-  return foot;
+  if (obstacleDetector_->isAnyBarrierInBetween(foot->coordinate, position)) return std::nullopt;
+  return foot->point;
 }
 
 std::shared_ptr<Intersection> PositionMapper::intersect(

@@ -11,6 +11,7 @@
 namespace KorvaniNavigation {
 
 class KRVNavPoint;
+class RemainingSteps;
 
 /// A way from a position to a destination: steps, points, length, walking time, instructions.
 ///
@@ -25,6 +26,8 @@ class KRVNavPoint;
 ///
 /// That there is no route is said by an absent `std::optional<Route>`, not by an empty one; a
 /// route without steps is valid all the same, with no points, 0 m and 0 s.
+///
+/// Copies share everything, so they are cheap.
 ///
 /// Thread safety: a route may be read from any thread. It shares its points with other routes
 /// and with the graph.
@@ -49,21 +52,22 @@ class KORVANI_API Route {
   /// instructions.
   explicit Route(std::vector<Step> steps);
 
-  /// The steps still to walk, in walking order.
-  const std::vector<Step>& steps() const { return steps_; }
+  /// The steps still to walk, in walking order. The list of a route that was shortened is made
+  /// when it is first asked for, and then kept for all copies.
+  const std::vector<Step>& steps() const;
 
   /// Start of every step, then the end of the last, as the route was computed.
-  const std::vector<std::shared_ptr<KRVNavPoint>>& points() const { return points_; }
+  const std::vector<std::shared_ptr<KRVNavPoint>>& points() const;
 
   /// Metres of the route as it was computed.
-  double totalDistance() const { return totalDistance_; }
+  double totalDistance() const;
 
   /// Seconds that the route takes, as it was computed.
-  double travelTime() const { return travelTime_; }
+  double travelTime() const;
 
   /// The turn-by-turn instructions; empty until the routing task has filled them, and when it
   /// is told not to.
-  const std::vector<Directions>& directions() const { return directions_; }
+  const std::vector<Directions>& directions() const;
 
   /// Metres from here on: the sum over the steps as they are now.
   double remainingDistance() const;
@@ -73,10 +77,14 @@ class KORVANI_API Route {
 
   /// For the routing task: replaces the steps while the user walks. Points, totals and
   /// instructions stay what they were.
-  void setSteps(std::vector<Step> steps) { steps_ = std::move(steps); }
+  void setSteps(std::vector<Step> steps);
+
+  /// For the routing task: the steps in the form in which they are shortened; never null.
+  std::shared_ptr<const RemainingSteps> remainingSteps() const;
+  void setRemainingSteps(std::shared_ptr<const RemainingSteps> steps) { steps_ = std::move(steps); }
 
   /// For the routing task: sets the instructions that go with the steps as they are now.
-  void setDirections(std::vector<Directions> directions) { directions_ = std::move(directions); }
+  void setDirections(std::vector<Directions> directions);
 
   /// Points, length and walking time of a list of steps, in one pass. Consecutive steps share
   /// a point, which is listed once. The time is the sum of distance times `timeMultiplicator`
@@ -84,11 +92,10 @@ class KORVANI_API Route {
   static Totals processSteps(const std::vector<Step>& steps);
 
  private:
-  std::vector<Step> steps_;
-  std::vector<std::shared_ptr<KRVNavPoint>> points_;
-  double totalDistance_ = 0;
-  double travelTime_ = 0;
-  std::vector<Directions> directions_;
+  // Each of them is constant and shared by the copies; null where there is nothing.
+  std::shared_ptr<const Totals> totals_;  ///< as the route was computed
+  std::shared_ptr<const RemainingSteps> steps_;
+  std::shared_ptr<const std::vector<Directions>> directions_;
 };
 
 }  // namespace KorvaniNavigation

@@ -7,55 +7,17 @@
 #include "Navigation/Graph/KRVNavEdge.hpp"
 #include "Navigation/Graph/KRVNavGraph.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
-#include "Navigation/Localisation/RegionFinder.hpp"
-#include "Navigation/Routing/Route.hpp"
 
 namespace KorvaniNavigation {
 
 namespace {
 
-using End = RouteGraphOnDemand::End;
-using Level = RouteGraphOnDemand::Level;
-
-End endAt(const KRVNavPoint& point) {
-  return {&point, point.coordinate(), point.level(), point.identifier()};
-}
-
-std::vector<End> endsOf(const std::vector<Step>& steps) {
-  std::vector<End> ends;
-  ends.reserve(2 * steps.size());
-  for (const Step& step : steps) {
-    ends.push_back(endAt(*step.start()));
-    ends.push_back(endAt(*step.end()));
-  }
-  return ends;
-}
-
-/// The levels in the order in which the route comes to them, each with the walls around the point
-/// where it does. The points are the starts of the steps and the end of the last one.
-std::vector<Level> levelsOf(const std::vector<End>& ends,
-                            const std::weak_ptr<ConfigDependents>& configuration) {
-  const auto finder = std::make_shared<RegionFinder>(configuration);
-  finder->updateRegions();
-  std::vector<Level> levels;
-  for (std::size_t i = 0; i < ends.size(); i += i + 2 == ends.size() ? 1 : 2) {
-    const End& end = ends[i];
-    const bool isKnown = std::any_of(levels.begin(), levels.end(),
-                                     [&](const Level& level) { return level.level == end.level; });
-    if (isKnown) continue;
-    const auto region = finder->findRegionFor(end.coordinate, end.level, true);
-    levels.push_back(
-        {end.level, region ? std::as_const(*region).obstacles() : KRVNavRegion::Obstacles()});
-  }
-  return levels;
-}
-
 class RouteGraphBuilder {
  public:
-  RouteGraphBuilder(const std::vector<End>& ends, const std::vector<Level>& levels)
+  RouteGraphBuilder(const std::vector<NotedPoint>& ends, const std::vector<RouteLevel>& levels)
       : ends_(ends), levels_(levels), graph_(std::make_shared<KRVNavGraph>()) {}
 
-  std::shared_ptr<KRVNavGraph> build(const std::vector<Step>& steps) {
+  std::shared_ptr<KRVNavGraph> build(const StepsView& steps) {
     for (std::size_t i = 0; i < steps.size(); ++i) {
       addNode(ends_[2 * i]);
       if (i + 1 == steps.size()) addNode(ends_[2 * i + 1]);
@@ -65,9 +27,9 @@ class RouteGraphBuilder {
   }
 
  private:
-  void addNode(const End& end) { regionAt(end.level)->addNode(copyOf(end)); }
+  void addNode(const NotedPoint& end) { regionAt(end.level)->addNode(copyOf(end)); }
 
-  void addEdge(const Step& step, const End& from, const End& to) {
+  void addEdge(const Step& step, const NotedPoint& from, const NotedPoint& to) {
     const auto start = copyOf(from);
     const auto end = copyOf(to);
     const auto edge =
@@ -83,48 +45,35 @@ class RouteGraphBuilder {
     region = std::make_shared<KRVNavRegion>(level);
     graph_->add(region);
     const auto noted = std::find_if(levels_.begin(), levels_.end(),
-                                    [&](const Level& known) { return known.level == level; });
+                                    [&](const RouteLevel& known) { return known.level == level; });
     if (noted != levels_.end()) region->setObstacles(noted->obstacles);
     return region;
   }
 
-  std::shared_ptr<KRVNavPoint> copyOf(const End& end) {
-    auto& copy = copies_[end.point];
+  std::shared_ptr<KRVNavPoint> copyOf(const NotedPoint& end) {
+    auto& copy = copies_[end.object];
     if (!copy) {
-      const bool hasIdentifier = end.identifier >= 0;
       copy = std::make_shared<KRVNavPoint>(end.coordinate, end.level,
-                                           hasIdentifier ? end.identifier : nextIdentifier_);
-      if (!hasIdentifier) --nextIdentifier_;
+                                           end.hasIdentifier() ? end.identifier : nextIdentifier_);
+      if (!end.hasIdentifier()) --nextIdentifier_;
     }
     return copy;
   }
 
-  const std::vector<End>& ends_;
-  const std::vector<Level>& levels_;
+  const std::vector<NotedPoint>& ends_;
+  const std::vector<RouteLevel>& levels_;
   std::shared_ptr<KRVNavGraph> graph_;
   std::unordered_map<std::int64_t, std::shared_ptr<KRVNavRegion>> regions_;
   std::unordered_map<const KRVNavPoint*, std::shared_ptr<KRVNavPoint>> copies_;
-  std::int64_t nextIdentifier_ = -2;
+  std::int64_t nextIdentifier_ = kFirstOwnIdentifier;
 };
 
 }  // namespace
 
-std::shared_ptr<KRVNavGraph> buildRouteGraph(const Route& route,
-                                             const std::weak_ptr<ConfigDependents>& configuration) {
-  const std::vector<End> ends = endsOf(route.steps());
-  return RouteGraphBuilder(ends, levelsOf(ends, configuration)).build(route.steps());
-}
-
-RouteGraphOnDemand::RouteGraphOnDemand(std::shared_ptr<const Route> route,
-                                       const std::weak_ptr<ConfigDependents>& configuration)
-    : route_(std::move(route)),
-      ends_(endsOf(route_->steps())),
-      levels_(levelsOf(ends_, configuration)) {}
-
-std::shared_ptr<KRVNavGraph> RouteGraphOnDemand::graph() const {
-  const std::lock_guard lock(building_);
-  if (!graph_) graph_ = RouteGraphBuilder(ends_, levels_).build(route_->steps());
-  return graph_;
+std::shared_ptr<KRVNavGraph> buildRouteGraph(const StepsView& steps,
+                                             const std::vector<NotedPoint>& ends,
+                                             const std::vector<RouteLevel>& levels) {
+  return RouteGraphBuilder(ends, levels).build(steps);
 }
 
 }  // namespace KorvaniNavigation

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
-#include <vector>
+#include <cstddef>
 
 #include "Navigation/Graph/KRVNavPoint.hpp"
+#include "Navigation/Routing/RemainingSteps.hpp"
 #include "Navigation/Routing/Route.hpp"
 
 namespace KorvaniNavigation {
@@ -28,18 +28,19 @@ bool liesOnStep(const KRVNavPoint& point, const Step& step) {
 }
 
 bool trimRoute(Route& route, const std::shared_ptr<KRVNavPoint>& point) {
-  const auto& all = route.steps();
-  const auto current = std::find_if(all.begin(), all.end(),
-                                    [&](const Step& step) { return liesOnStep(*point, step); });
-  std::vector<Step> left(current, all.end());
-  const bool onRoute = !left.empty();
-  if (onRoute) {
-    const Step& first = left.front();
-    left.front() = Step(point, first.end(), first.end()->distanceFrom(*point), first.barrierFree(),
-                        first.timeMultiplicator(), first.neighborType());
+  const auto left = route.remainingSteps();
+  const StepsView steps = left->view();
+  std::size_t current = 0;
+  while (current < steps.size() && !liesOnStep(*point, steps[current])) ++current;
+  if (current == steps.size()) {
+    route.setSteps({});
+    return false;
   }
-  route.setSteps(std::move(left));
-  return onRoute;
+  const Step& walked = steps[current];
+  route.setRemainingSteps(left->after(
+      current, Step(point, walked.end(), walked.end()->distanceFrom(*point), walked.barrierFree(),
+                    walked.timeMultiplicator(), walked.neighborType())));
+  return true;
 }
 
 }  // namespace KorvaniNavigation

@@ -7,11 +7,13 @@
 #include "Navigation/API/ConfigDependents.hpp"
 #include "Navigation/API/Tasks/IntersectionTask.hpp"
 #include "Navigation/Directions/DirectionsHelpers.hpp"
+#include "Navigation/Graph/GraphSource.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
 #include "Navigation/Localisation/EdgeIntersection.hpp"
 #include "Navigation/Localisation/IntersectionFinder.hpp"
 #include "Navigation/Obstacles/ObstacleDetector.hpp"
 #include "Navigation/Snapping/ActiveRoute.hpp"
+#include "Navigation/Snapping/SnappedPlace.hpp"
 #include "Platform/FatalError.hpp"
 
 namespace KorvaniNavigation {
@@ -66,8 +68,29 @@ MagneticPathSnapper::MagneticPathSnapper(std::weak_ptr<ConfigDependents> configD
 
 std::shared_ptr<Intersection> MagneticPathSnapper::perform(
     const std::shared_ptr<KRVNavPoint>& point) {
+  const auto place = snap(point);
+  return place ? place->intersection() : nullptr;
+}
+
+std::shared_ptr<const SnappedPlace> MagneticPathSnapper::snap(
+    const std::shared_ptr<KRVNavPoint>& point) {
+  const bool onOriginalGraph = isOnOriginalGraph();
+  // A place that is held is compared with the nearest one as intersections.
+  if (!onOriginalGraph && !previousIntersection_ && graphSource().graph()) {
+    const auto track = activeRoute().track();
+    if (track && track->canPlace(*point)) {
+      auto place = track->place(*point, configDependents_);
+      return place ? std::make_shared<const SnappedPlace>(*std::move(place), track) : nullptr;
+    }
+  }
+  auto place = nearestPlace(point, onOriginalGraph);
+  return place ? std::make_shared<const SnappedPlace>(std::move(place)) : nullptr;
+}
+
+std::shared_ptr<Intersection> MagneticPathSnapper::nearestPlace(
+    const std::shared_ptr<KRVNavPoint>& point, bool onOriginalGraph) {
   intersectionTask_ = std::make_shared<IntersectionTask>(
-      configDependents_, point, [](const auto&) {}, isOnOriginalGraph());
+      configDependents_, point, [](const auto&) {}, onOriginalGraph);
   intersectionTask_->runUnlessGraphIsMissing();
   std::shared_ptr<Intersection> nearest = intersectionTask_->intersection();
   if (!nearest) return nullptr;

@@ -14,6 +14,7 @@ class EdgeIntersection;
 class Intersection;
 class IntersectionTask;
 class KRVNavPoint;
+class SnappedPlace;
 
 /// Maps positions onto the graph, and prefers the path segment on which a position was held
 /// before: a reading that jumps to a parallel corridor and back should not make the dot jump.
@@ -42,10 +43,15 @@ class MagneticPathSnapper {
   /// Fatal error when the configuration is gone.
   std::shared_ptr<Intersection> perform(const std::shared_ptr<KRVNavPoint>& point);
 
+  /// The same for who may not need the intersection itself.
+  std::shared_ptr<const SnappedPlace> snap(const std::shared_ptr<KRVNavPoint>& point);
+
  private:
   friend struct MagneticPathSnapperPeer;  // of the tests, which give it a place to hold
 
   bool isOnOriginalGraph() const;
+  std::shared_ptr<Intersection> nearestPlace(const std::shared_ptr<KRVNavPoint>& point,
+                                             bool onOriginalGraph);
   std::shared_ptr<Intersection> magneticSnapping(
       const KRVNavPoint& point, const std::shared_ptr<Intersection>& currentIntersection);
   std::optional<double> magneticDistanceOf(const KRVNavPoint& point);

@@ -12,18 +12,20 @@
 #include "Navigation/API/Tasks/IntersectionTask.hpp"
 #include "Navigation/API/Tasks/RoutingUpdateTask.hpp"
 #include "Navigation/API/Tasks/SnappingTask.hpp"
-#include "Navigation/Directions/TurnByTurnDirectionCalculator.hpp"
+#include "Navigation/Directions/RouteInstructions.hpp"
 #include "Navigation/Graph/GraphSource.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
 #include "Navigation/Localisation/PositionMapper.hpp"
 #include "Navigation/Obstacles/ObstacleDetector.hpp"
 #include "Navigation/Path Finding/DijkstraImproved/DijkstraImproved.hpp"
+#include "Navigation/Routing/RemainingSteps.hpp"
 #include "Navigation/Routing/RouteCreation.hpp"
-#include "Navigation/Routing/RouteGraph.hpp"
 #include "Navigation/Routing/RouteOptimisation.hpp"
 #include "Navigation/Routing/RouteProgress.hpp"
 #include "Navigation/Routing/RouteSearch.hpp"
+#include "Navigation/Routing/RouteTrack.hpp"
 #include "Navigation/Routing/RouteWrapping.hpp"
+#include "Navigation/Snapping/ActiveRoute.hpp"
 #include "Platform/FatalError.hpp"
 #include "Platform/NotificationCenter.hpp"
 
@@ -64,16 +66,16 @@ RoutingTask::RoutingTask(std::weak_ptr<ConfigDependents> configDependents,
                          CompletionHandler completionHandler)
     : Task(std::move(configDependents), true),
       pathFinder_(std::make_shared<DijkstraImproved>(weakConfigDependents())),
-      directionsFinder_(std::make_unique<TurnByTurnDirectionCalculator>()),
       completionHandler_(std::move(completionHandler)),
       barrierFree_(configOf(*this).activateBarrierFreeNavigation()),
-      state_(State{std::move(point), std::move(possibleDestinations), {}, {}, {}, {}}) {}
+      state_(State{std::move(point),
+                   std::make_shared<const Points>(std::move(possibleDestinations))}) {}
 
 RoutingTask::~RoutingTask() { disarmTimeLimit(); }
 
 std::vector<CLLocation> RoutingTask::possibleDestinationLocations() const {
   std::vector<CLLocation> locations;
-  for (const auto& destination : state_.load().possibleDestinations) {
+  for (const auto& destination : possibleDestinations()) {
     locations.push_back(destination->location());
   }
   return locations;
@@ -101,30 +103,30 @@ void RoutingTask::updateDestinations(const Points& destinations) {
   const double proximity = configOf(*this).targetProximityDistance();
   state_.update([&](State& state) {
     const bool changed = std::any_of(destinations.begin(), destinations.end(), [&](auto& point) {
-      return smallestDistance(*point, state.possibleDestinations) > proximity;
+      return smallestDistance(*point, *state.possibleDestinations) > proximity;
     });
     if (!changed) return;
     if (running()) {
-      state.tempPossibleDestinations = destinations;
+      state.tempPossibleDestinations = std::make_shared<const Points>(destinations);
     } else {
       state.route.reset();
-      state.possibleDestinations = destinations;
+      state.possibleDestinations = std::make_shared<const Points>(destinations);
     }
   });
 }
 
-RoutingTask::FollowedGraph RoutingTask::followedGraph() const {
+RoutingTask::Followed RoutingTask::followed() const {
   return state_.read([](const State& state) {
-    return FollowedGraph{state.route != nullptr, state.calculatedGraphForRoute};
+    return state.route ? Followed{true, state.calculatedGraphForRoute} : Followed();
   });
 }
 
-std::shared_ptr<KRVNavGraph> RoutingTask::FollowedGraph::graph() const {
+std::shared_ptr<KRVNavGraph> RoutingTask::Followed::graph() const {
   if (!hasRoute) return graphSource().graph();
-  return ofRoute ? ofRoute->graph() : nullptr;
+  return track ? track->graph() : nullptr;
 }
 
-std::shared_ptr<KRVNavGraph> RoutingTask::graphForRoute() const { return followedGraph().graph(); }
+std::shared_ptr<KRVNavGraph> RoutingTask::graphForRoute() const { return followed().graph(); }
 
 void RoutingTask::setSnappingTask(std::shared_ptr<SnappingTask> task) {
   exchangeSnappingTask(std::move(task));
@@ -141,7 +143,7 @@ std::shared_ptr<KRVNavPoint> RoutingTask::point() const {
 }
 
 RoutingTask::Points RoutingTask::possibleDestinations() const {
-  return state_.read([](const State& state) { return state.possibleDestinations; });
+  return state_.read([](const State& state) { return *state.possibleDestinations; });
 }
 
 void RoutingTask::execute() { updateRoute(true); }
@@ -172,7 +174,7 @@ void RoutingTask::executionEnded() {
   state_.update([&](State& state) {
     // What came during one execution stays set, so that every later one searches anew.
     if (state.tempPossibleDestinations) {
-      state.possibleDestinations = *state.tempPossibleDestinations;
+      state.possibleDestinations = state.tempPossibleDestinations;
       state.route.reset();
     }
     // A task that has arrived stays marked until it has said so, lest it says so twice.
@@ -180,39 +182,43 @@ void RoutingTask::executionEnded() {
   });
 }
 
-RoutingTask::Start RoutingTask::startIntersection() {
-  const bool hasRoute = current_.route != nullptr;
-  const auto onRoute = mapOntoGraph(current_.point, !hasRoute);
-  if (!hasRoute || !originalPoint_) return {onRoute, hasRoute};
-  return startIntersectionOf(originalPoint_, onRoute);
+/// Where the person is on the route; null when the person has left it.
+std::shared_ptr<KRVNavPoint> RoutingTask::placeOnRoute() {
+  auto onRoute = mapOntoRoute(current_.point);
+  return !originalPoint_ || isStillOnRoute(onRoute) ? onRoute : nullptr;
 }
 
 /// The snapped position says that the person is on the route as long as the raw one is near it,
 /// or the place of the graph nearest to the raw one.
-RoutingTask::Start RoutingTask::startIntersectionOf(
-    const std::shared_ptr<KRVNavPoint>& originalPoint,
-    const std::shared_ptr<Intersection>& onRoute) {
+bool RoutingTask::isStillOnRoute(const std::shared_ptr<KRVNavPoint>& onRoute) {
+  if (!onRoute) return false;
   const double snappingDistance = configOf(*this).navigationPathSnappingDistance();
-  if (onRoute && onRoute->node()->distanceFrom(*originalPoint) <= snappingDistance) {
-    return {onRoute, true};
-  }
-  const auto onGraph = mapOntoGraph(originalPoint, true);
-  if (!onGraph) return {onRoute, false};
-  if (onRoute && onGraph->node()->distanceFrom(*onRoute->node()) < snappingDistance / 2) {
-    return {onRoute, true};
-  }
-  return {onGraph, false};
+  if (onRoute->distanceFrom(*originalPoint_) <= snappingDistance) return true;
+  const auto onGraph = mapOntoGraph(originalPoint_, true);
+  return onGraph && onGraph->node()->distanceFrom(*onRoute) < snappingDistance / 2;
 }
 
 bool RoutingTask::routeProceedOnPath(bool publishRoute) {
   if (!current_.route) return false;
-  const Start start = startIntersection();
-  if (!start.isOnRoute || !start.intersection) return false;
+  const auto place = placeOnRoute();
+  if (!place) return false;
   auto trimmed = std::make_shared<Route>(*current_.route);
-  const bool onRoute = trimRoute(*trimmed, start.intersection->node());
+  const bool onRoute = trimRoute(*trimmed, place);
   current_.route = std::move(trimmed);
   if (onRoute) completedRouteCalculation(publishRoute);
   return onRoute;
+}
+
+/// The route is the one that the active routing task follows, which in most cases is this task.
+std::shared_ptr<KRVNavPoint> RoutingTask::mapOntoRoute(const std::shared_ptr<KRVNavPoint>& point) {
+  if (!graphSource().graph()) return nullptr;
+  const auto track = activeRoute().track();
+  if (track && track->canPlace(*point)) {
+    const auto place = track->place(*point, weakConfigDependents());
+    return place ? place->node : nullptr;
+  }
+  const auto onRoute = mapOntoGraph(point, false);
+  return onRoute ? onRoute->node() : nullptr;
 }
 
 std::shared_ptr<Intersection> RoutingTask::mapOntoGraph(const std::shared_ptr<KRVNavPoint>& point,
@@ -228,7 +234,7 @@ void RoutingTask::findRoute() {
   const auto start = mapOntoGraph(originalPoint_ ? originalPoint_ : current_.point, true);
   const auto walls = configOf(*this).checkDestinationsAgainstOwnWalls() ? DestinationWalls::own
                                                                         : DestinationWalls::held;
-  const auto targets = destinationNodes(current_.possibleDestinations, weakConfigDependents(),
+  const auto targets = destinationNodes(*current_.possibleDestinations, weakConfigDependents(),
                                         intersectionTask_->mapper(), walls);
   disarmTimeLimit();
   // A first route takes as long as it takes; only where an older one can stay is there a limit.
@@ -276,7 +282,7 @@ std::shared_ptr<const Route> RoutingTask::routeAlong(const Points& nodes, const 
   Edges edges = edgesFor(nodes, graph);
   directLine_ = edges.empty() && !destination;
   createWrappedNonBarrierIntersectionRoute(edges, start, destination,
-                                           {current_.point, current_.possibleDestinations,
+                                           {current_.point, *current_.possibleDestinations,
                                             config.levelHeight(), intersectionTask_->mapper()});
   if (config.activateRouteOptimisation()) {
     edges = cutCorners(edges, *intersectionTask_->obstacleDetector());
@@ -286,11 +292,7 @@ std::shared_ptr<const Route> RoutingTask::routeAlong(const Points& nodes, const 
 
 void RoutingTask::completedRouteCalculation(bool publishRoute) {
   completeRoute();
-  if (publishRoute && current_.route && !current_.route->steps().empty()) {
-    const Route& route = *current_.route;
-    arrived_ = route.remainingDistance() < configOf(*this).targetProximityDistance();
-    if (arrived_) current_.destination = route.steps().back().end();
-  }
+  if (publishRoute && current_.route) lookForArrival(*current_.route);
   storeCurrent();
   if (!publishRoute) return;
   if (arrived_) {
@@ -300,15 +302,21 @@ void RoutingTask::completedRouteCalculation(bool publishRoute) {
   }
 }
 
+void RoutingTask::lookForArrival(const Route& route) {
+  const auto left = route.remainingSteps();
+  if (left->view().empty()) return;
+  arrived_ = route.remainingDistance() < configOf(*this).targetProximityDistance();
+  if (arrived_) current_.destination = left->view().back().end();
+}
+
 void RoutingTask::completeRoute() {
   current_.calculatedGraphForRoute.reset();
   if (!current_.route) return;
   auto route = std::make_shared<Route>(*current_.route);
-  route->setDirections(directions_ ? directionsFinder_->directionsForRoute(route->steps(), false)
-                                   : std::vector<Directions>());
+  const auto steps = route->remainingSteps();
+  route->setDirections(directions_ ? RouteInstructions::of(*steps) : std::vector<Directions>());
   current_.route = std::move(route);
-  current_.calculatedGraphForRoute =
-      std::make_shared<RouteGraphOnDemand>(current_.route, weakConfigDependents());
+  current_.calculatedGraphForRoute = std::make_shared<RouteTrack>(steps);
 }
 
 void RoutingTask::storeCurrent() {

@@ -15,12 +15,11 @@
 namespace KorvaniNavigation {
 
 class DijkstraImproved;
-class DirectionsFinder;
 class Intersection;
 class IntersectionTask;
 class KRVNavGraph;
 class KRVNavPoint;
-class RouteGraphOnDemand;
+class RouteTrack;
 class RoutingUpdateTask;
 class SearchTimeLimit;
 class SnappingTask;
@@ -135,40 +134,35 @@ class KORVANI_API RoutingTask : public Task {
   /// its graph.
   struct State {
     std::shared_ptr<KRVNavPoint> point;
-    Points possibleDestinations;
+    std::shared_ptr<const Points> possibleDestinations;
     /// Destinations that came during an execution. Stays set once it was.
-    std::optional<Points> tempPossibleDestinations;
-    std::shared_ptr<const Route> route;
-    std::shared_ptr<const RouteGraphOnDemand> calculatedGraphForRoute;
-    std::shared_ptr<KRVNavPoint> destination;
+    std::shared_ptr<const Points> tempPossibleDestinations = nullptr;
+    std::shared_ptr<const Route> route = nullptr;
+    std::shared_ptr<const RouteTrack> calculatedGraphForRoute = nullptr;
+    std::shared_ptr<KRVNavPoint> destination = nullptr;
   };
 
   /// What positions are mapped onto at a moment, before any of it is built.
-  struct FollowedGraph {
+  struct Followed {
     bool hasRoute = false;
-    std::shared_ptr<const RouteGraphOnDemand> ofRoute = nullptr;
+    std::shared_ptr<const RouteTrack> track = nullptr;
 
     std::shared_ptr<KRVNavGraph> graph() const;
-  };
-
-  struct Start {
-    std::shared_ptr<Intersection> intersection;
-    bool isOnRoute;
   };
 
   RoutingTask(std::weak_ptr<ConfigDependents> configDependents, std::shared_ptr<KRVNavPoint> point,
               Points possibleDestinations, CompletionHandler completionHandler);
 
-  FollowedGraph followedGraph() const;
+  Followed followed() const;
   bool proceedTo(std::shared_ptr<KRVNavPoint> point, const std::function<void()>& taken,
                  std::shared_ptr<Task>& own);
   std::shared_ptr<SnappingTask> exchangeSnappingTask(std::shared_ptr<SnappingTask> task);
   void proceedWithSnappingTask();
   void updateRoute(bool publishRoute);
   bool routeProceedOnPath(bool publishRoute);
-  Start startIntersection();
-  Start startIntersectionOf(const std::shared_ptr<KRVNavPoint>& originalPoint,
-                            const std::shared_ptr<Intersection>& onRoute);
+  std::shared_ptr<KRVNavPoint> placeOnRoute();
+  bool isStillOnRoute(const std::shared_ptr<KRVNavPoint>& onRoute);
+  std::shared_ptr<KRVNavPoint> mapOntoRoute(const std::shared_ptr<KRVNavPoint>& point);
   std::shared_ptr<Intersection> mapOntoGraph(const std::shared_ptr<KRVNavPoint>& point,
                                              bool onOriginalGraph);
   void findRoute();
@@ -179,12 +173,12 @@ class KORVANI_API RoutingTask : public Task {
   std::shared_ptr<const Route> routeAlong(const Points& nodes, const KRVNavGraph& graph,
                                           const Intersection& start);
   void completedRouteCalculation(bool publishRoute);
+  void lookForArrival(const Route& route);
   void completeRoute();
   void storeCurrent();
   void publish();
 
   const std::shared_ptr<DijkstraImproved> pathFinder_;
-  const std::unique_ptr<DirectionsFinder> directionsFinder_;
   const CompletionHandler completionHandler_;
   std::atomic<bool> barrierFree_;
   std::atomic<bool> directions_{false};

@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "Navigation/Graph/KRVNavPoint.hpp"
-#include "Navigation/Localisation/Intersection.hpp"
 #include "Navigation/Snapping/ActiveRoute.hpp"
 #include "Navigation/Snapping/MagneticPathSnapper.hpp"
+#include "Navigation/Snapping/SnappedPlace.hpp"
 
 namespace KorvaniNavigation {
 
@@ -21,13 +21,18 @@ SnappingTask::~SnappingTask() = default;
 void SnappingTask::execute() {
   originalPoint_.store(point_);
   activeRoute().proceed(std::static_pointer_cast<SnappingTask>(shared_from_this()));
-  intersection_.store(magneticPathSnapper_->perform(point_));
+  place_.store(magneticPathSnapper_->snap(point_));
   finish();
 }
 
+std::shared_ptr<Intersection> SnappingTask::intersection() const {
+  const auto place = place_.load();
+  return place ? place->intersection() : nullptr;
+}
+
 void SnappingTask::done() {
-  const auto place = intersection();
-  if (completionHandler_) completionHandler_((place ? place->node() : point_)->coordinate());
+  const auto place = place_.load();
+  if (completionHandler_) completionHandler_(place ? place->coordinate() : point_->coordinate());
 }
 
 }  // namespace KorvaniNavigation

@@ -13,6 +13,7 @@ namespace KorvaniNavigation {
 class Intersection;
 class KRVNavPoint;
 class MagneticPathSnapper;
+class SnappedPlace;
 
 /// Takes a raw position and gives the coordinate to show: the position moved onto the graph, to a
 /// node or onto an edge, or the position as it is when nothing fits.
@@ -38,7 +39,7 @@ class KORVANI_API SnappingTask : public Task {
   ~SnappingTask() override;
 
   /// The place that was found; absent before the first run, and when nothing fitted.
-  std::shared_ptr<Intersection> intersection() const { return intersection_.load(); }
+  std::shared_ptr<Intersection> intersection() const;
 
   /// The position as it was passed in, before it was moved; absent before the first run.
   std::shared_ptr<KRVNavPoint> originalPoint() const { return originalPoint_.load(); }
@@ -52,7 +53,7 @@ class KORVANI_API SnappingTask : public Task {
   std::string typeName() const override { return "SnappingTask"; }
 
  private:
-  KorvaniCommon::Guarded<std::shared_ptr<Intersection>> intersection_;
+  KorvaniCommon::Guarded<std::shared_ptr<const SnappedPlace>> place_;
   KorvaniCommon::Guarded<std::shared_ptr<KRVNavPoint>> originalPoint_;
   const std::shared_ptr<KRVNavPoint> point_;
   const CompletionHandler completionHandler_;

@@ -1,0 +1,79 @@
+#pragma once
+
+// Internal. What is noted of the points of a route.
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "Navigation/Names.hpp"
+#include "Navigation/Routing/Step.hpp"
+
+namespace KorvaniNavigation {
+
+class KRVNavPoint;
+struct ComputedSteps;
+
+/// What a route's own graph takes over of a point.
+struct NotedPoint {
+  explicit NotedPoint(const KRVNavPoint& point);
+
+  bool hasIdentifier() const { return identifier >= 0; }
+
+  const KRVNavPoint* object;  ///< tells points apart; kept alive by the route
+  CLLocationCoordinate2D coordinate;
+  std::int64_t level;
+  std::int64_t identifier;
+};
+
+/// The points of the steps of a route, as they were when they were noted.
+///
+/// The places of a route are the starts of its steps and the end of the last one, numbered from 0
+/// in walking order; without steps there is none. Made once for all positions on a route, and anew
+/// when a point has changed. Constant; any number of threads may read it.
+class RouteNotes {
+ public:
+  /// The places from `first` on up to the next flight, all of one level.
+  struct Flight {
+    std::int64_t level;
+    std::size_t first;
+  };
+
+  /// The notes of those steps as their points are now.
+  static std::shared_ptr<const RouteNotes> of(const ComputedSteps& steps);
+
+  explicit RouteNotes(const std::vector<Step>& steps);
+
+  std::size_t placeCount() const { return coordinates_.size(); }
+
+  /// The point at a place.
+  const NotedPoint& at(std::size_t place) const;
+
+  /// The end of the step that starts at `place`, which is not the last place.
+  const NotedPoint& endOfStep(std::size_t place) const { return ends_[2 * place + 1]; }
+
+  /// The coordinates of all places.
+  const std::vector<CLLocationCoordinate2D>& coordinates() const { return coordinates_; }
+
+  /// The stretches on one level, in walking order.
+  const std::vector<Flight>& flights() const { return flights_; }
+
+  /// Whether each step starts where the one before ends, no point is met twice, and all coordinates
+  /// are on Earth: then the route's graph is a chain, and what lies near a position can be told
+  /// without it.
+  bool isChain() const;
+
+ private:
+  bool isLinked() const;
+  bool isWithoutTwins() const;
+
+  std::vector<NotedPoint> ends_;  ///< start and end of each step
+  std::vector<CLLocationCoordinate2D> coordinates_;
+  std::vector<Flight> flights_;
+  mutable std::once_flag looking_;
+  mutable bool isChain_ = false;
+};
+
+}  // namespace KorvaniNavigation
