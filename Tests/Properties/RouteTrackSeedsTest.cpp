@@ -19,7 +19,7 @@
 #include "Navigation/Routing/RemainingSteps.hpp"
 #include "Navigation/Routing/RouteProgress.hpp"
 #include "Navigation/Routing/RouteTrack.hpp"
-#include "Properties/SeededNumbers.hpp"
+#include "SeededNumbers.hpp"
 #include "Support/FacadeFixture.hpp"
 #include "Support/PlacedBuilding.hpp"
 

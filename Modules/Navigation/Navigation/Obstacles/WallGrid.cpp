@@ -264,6 +264,8 @@ bool WallGrid::onLine(MKMapPoint a, MKMapPoint b, double extent, Visit visit) co
 template <class Visit>
 bool WallGrid::candidates(MKMapPoint a, MKMapPoint b, Visit visit) const {
   if (isUnknown(a) || isUnknown(b)) return false;
+  // A line of no length meets nothing: its denominator is 0 with every edge.
+  if (a.x == b.x && a.y == b.y) return false;
   for (std::size_t edge = ordinaryCount_; edge < pieces_.size(); ++edge) {
     if (visit(static_cast<std::uint32_t>(edge))) return true;
   }
