@@ -26,6 +26,8 @@ RouteInstructions::RouteInstructions(const StepsView& steps) {
     all_.emplace_back();
     return;
   }
+  runs_.reserve(steps.size());
+  all_.reserve(steps.size() + 1);
   Run run = runAt(steps, 0);
   for (;;) {
     runs_.push_back({run.start, run.bearing, run.distance, all_.size()});

@@ -27,6 +27,7 @@ namespace {
 
 /// When the nearest node is farther away than this, in metres, only that one is taken.
 constexpr double kFarNodeDistance = 10.0;
+constexpr double kAnyDistance = std::numeric_limits<double>::infinity();
 
 /// Less-than that puts what is not a number last, so that sorting stands any input.
 bool nearer(double a, double b) { return a < b || (std::isnan(b) && !std::isnan(a)); }
@@ -129,8 +130,9 @@ std::shared_ptr<Intersection> PositionMapper::findIntersection(
       const auto neighbour = endOf(*edge);
       if (neighbour->level() != candidate.node->level()) continue;
       if (!passesDetourTests(*graph, candidate, *neighbour, navigationPoint)) continue;
-      const auto projected = projectOntoEdge(region, candidate.node, neighbour, navigationPoint);
-      if (projected && projected->distance() < best->distance()) best = projected;
+      const auto projected =
+          projectOntoEdge(region, candidate.node, neighbour, navigationPoint, best->distance());
+      if (projected) best = projected;
     }
   }
   return best;
@@ -147,28 +149,39 @@ bool PositionMapper::passesDetourTests(const KRVNavGraph& graph, const ClosestNo
   return !isPastNearEnd(candidate.distance, greatCircleDistance(far, position), edge->distance());
 }
 
+/// The foot of a position on the line through two nodes, if it lies between them, nearer than
+/// `limit` metres, and not behind a wall of the region. Walls are looked for last, as that is the
+/// dearest.
+std::optional<PositionMapper::SightedFoot> PositionMapper::footInSight(
+    const std::shared_ptr<KRVNavRegion>& region, const KRVNavPoint& nodeOne,
+    const KRVNavPoint& nodeTwo, CLLocationCoordinate2D position, double limit) {
+  const auto foot = footBetween(nodeOne.coordinate(), nodeTwo.coordinate(), position);
+  if (!foot) return std::nullopt;
+  const double distance = greatCircleDistance(foot->coordinate, position);
+  if (!(distance < limit)) return std::nullopt;
+  useWallsOf(region);
+  if (obstacleDetector_->isAnyBarrierInBetween(foot->coordinate, position)) return std::nullopt;
+  return SightedFoot{foot->point, foot->coordinate, distance};
+}
+
 std::shared_ptr<EdgeIntersection> PositionMapper::projectOntoEdge(
     const std::shared_ptr<KRVNavRegion>& region, const std::shared_ptr<KRVNavPoint>& nodeOne,
-    const std::shared_ptr<KRVNavPoint>& nodeTwo, const KRVNavPoint& navigationPoint) {
-  const auto foot = findIntersectionPointOnEdge(region, *nodeOne, *nodeTwo, navigationPoint);
-  if (!foot) return nullptr;
+    const std::shared_ptr<KRVNavPoint>& nodeTwo, const KRVNavPoint& navigationPoint, double limit) {
   const CLLocationCoordinate2D position = navigationPoint.coordinate();
-  const CLLocationCoordinate2D coordinate = MKCoordinateForMapPoint(*foot);
+  const auto foot = footInSight(region, *nodeOne, *nodeTwo, position, limit);
+  if (!foot) return nullptr;
   // Both ends lie on one level, which is the foot's as well.
-  const auto point = std::make_shared<KRVNavPoint>(coordinate, nodeOne->level());
-  return std::make_shared<EdgeIntersection>(degreeDistance(coordinate, position),
-                                            greatCircleDistance(coordinate, position), point,
-                                            nodeOne, nodeTwo);
+  const auto point = std::make_shared<KRVNavPoint>(foot->coordinate, nodeOne->level());
+  return std::make_shared<EdgeIntersection>(degreeDistance(foot->coordinate, position),
+                                            foot->distance, point, nodeOne, nodeTwo);
 }
 
 std::optional<MKMapPoint> PositionMapper::findIntersectionPointOnEdge(
     const std::shared_ptr<KRVNavRegion>& region, const KRVNavPoint& nodeOne,
     const KRVNavPoint& nodeTwo, const KRVNavPoint& navigationPoint) {
-  const CLLocationCoordinate2D position = navigationPoint.coordinate();
-  const auto foot = footBetween(nodeOne.coordinate(), nodeTwo.coordinate(), position);
+  const auto foot =
+      footInSight(region, nodeOne, nodeTwo, navigationPoint.coordinate(), kAnyDistance);
   if (!foot) return std::nullopt;
-  useWallsOf(region);
-  if (obstacleDetector_->isAnyBarrierInBetween(foot->coordinate, position)) return std::nullopt;
   return foot->point;
 }
 
@@ -188,8 +201,9 @@ std::shared_ptr<Intersection> PositionMapper::intersect(
   for (const auto& edge : graphNode->neighbourEdges()) {
     const auto neighbour = endOf(*edge);
     if (neighbour->level() != graphNode->level()) continue;
-    const auto projected = projectOntoEdge(region, graphNode, neighbour, point);
-    if (projected && (!best || projected->distance() < best->distance())) best = projected;
+    const auto projected = projectOntoEdge(region, graphNode, neighbour, point,
+                                           best ? best->distance() : kAnyDistance);
+    if (projected) best = projected;
   }
   return best;
 }

@@ -98,15 +98,25 @@ class PositionMapper {
                                                         const KRVNavPoint& navigationPoint);
 
  private:
+  struct SightedFoot {
+    MKMapPoint point;
+    CLLocationCoordinate2D coordinate;
+    double distance;  ///< metres from the position
+  };
+
   std::shared_ptr<KRVNavGraph> routeGraph() const;
   std::shared_ptr<KRVNavRegion> regionFor(const KRVNavPoint& point,
                                           const std::shared_ptr<KRVNavGraph>& routeGraph) const;
   bool passesDetourTests(const KRVNavGraph& graph, const ClosestNode& candidate,
                          const KRVNavPoint& neighbour, const KRVNavPoint& navigationPoint) const;
+  std::optional<SightedFoot> footInSight(const std::shared_ptr<KRVNavRegion>& region,
+                                         const KRVNavPoint& nodeOne, const KRVNavPoint& nodeTwo,
+                                         CLLocationCoordinate2D position, double limit);
   std::shared_ptr<EdgeIntersection> projectOntoEdge(const std::shared_ptr<KRVNavRegion>& region,
                                                     const std::shared_ptr<KRVNavPoint>& nodeOne,
                                                     const std::shared_ptr<KRVNavPoint>& nodeTwo,
-                                                    const KRVNavPoint& navigationPoint);
+                                                    const KRVNavPoint& navigationPoint,
+                                                    double limit);
 
   std::weak_ptr<ConfigDependents> configDependents_;
   bool onOriginalGraph_;

@@ -21,7 +21,7 @@ using KorvaniPlatform::greatCircleDistance;
 
 namespace {
 
-constexpr double kAnyDistance = std::numeric_limits<double>::infinity();
+constexpr double kAnywhere = std::numeric_limits<double>::infinity();
 
 /// Points near a position, where the way does not twist: room for so many is made at once.
 constexpr std::size_t kFewPoints = 16;
@@ -155,7 +155,7 @@ std::vector<RouteTrack::Sighted> RouteTrack::pointsWithin(std::int64_t level,
 std::vector<RouteTrack::Sighted> RouteTrack::pointsInSight(std::int64_t level,
                                                            CLLocationCoordinate2D position,
                                                            const ObstacleDetector& walls) const {
-  double delta = kAnyDistance;
+  double delta = kAnywhere;
   CLLocationCoordinate2D nearest;
   forEachOn(level, [&](std::size_t, CLLocationCoordinate2D coordinate) {
     const double here = degreeDistance(position, coordinate);
@@ -164,7 +164,7 @@ std::vector<RouteTrack::Sighted> RouteTrack::pointsInSight(std::int64_t level,
     nearest = coordinate;
   });
   const bool isHidden = walls.isAnyBarrierInBetween(position, nearest);
-  double reach = isHidden ? kAnyDistance : kVisibleNodeReach * delta;
+  double reach = isHidden ? kAnywhere : kVisibleNodeReach * delta;
   std::vector<Sighted> visible;
   visible.reserve(kFewPoints);
   for (Sighted point : pointsWithin(level, position, reach)) {

@@ -36,6 +36,7 @@ std::shared_ptr<KRVNavEdge> directEdge(const std::shared_ptr<KRVNavPoint>& desti
 
 Edges edgesFor(const Points& nodes, const KRVNavGraph& graph) {
   Edges edges;
+  edges.reserve(nodes.size() + 1);  // with room for the ways onto the graph and off it
   for (std::size_t i = 0; i + 1 < nodes.size(); ++i) {
     if (auto edge = graph.edgeFromNode(*nodes[i], *nodes[i + 1])) edges.push_back(std::move(edge));
   }
