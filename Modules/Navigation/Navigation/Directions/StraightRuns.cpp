@@ -8,7 +8,7 @@
 
 #include "Navigation/Directions/AngleDifference.hpp"
 #include "Navigation/Directions/DirectionsHelpers.hpp"
-#include "Navigation/Directions/TurnByTurnDirectionCalculator.hpp"
+#include "Navigation/Directions/StraightSegment.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
 #include "Platform/FatalError.hpp"
 

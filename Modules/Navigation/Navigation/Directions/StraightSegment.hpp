@@ -10,6 +10,17 @@
 
 namespace KorvaniNavigation {
 
+/// Degrees: the largest deviation from a straight segment's first heading that still
+/// continues the segment.
+inline constexpr double kKRVNavigationTurnDirectionDegreesThreshold = 15.0;
+
+/// Metres: a segment must be longer than this when short segments are not wanted; also the
+/// run-in that a walker gets before the arrow of a go-straight instruction.
+inline constexpr double kKRVNavigationMinimumSegmentLength = 4.0;
+
+/// Metres: a segment longer than this is announced with a go-straight instruction of its own.
+inline constexpr double kKRVNavigationStraightAheadDirectionDistanceThreshold = 11.0;
+
 /// A run of steps on one level that a walker feels as going straight. A plain value.
 ///
 /// Segments partition a route: each step belongs to exactly one, in walking order, and every

@@ -10,17 +10,6 @@
 
 namespace KorvaniNavigation {
 
-/// Degrees: the largest deviation from a straight segment's first heading that still
-/// continues the segment.
-inline constexpr double kKRVNavigationTurnDirectionDegreesThreshold = 15.0;
-
-/// Metres: a segment must be longer than this when short segments are not wanted; also the
-/// run-in that a walker gets before the arrow of a go-straight instruction.
-inline constexpr double kKRVNavigationMinimumSegmentLength = 4.0;
-
-/// Metres: a segment longer than this is announced with a go-straight instruction of its own.
-inline constexpr double kKRVNavigationStraightAheadDirectionDistanceThreshold = 11.0;
-
 /// Turns the steps of a route into turn-by-turn instructions.
 ///
 /// The route is cut into straight segments: runs of steps on one level whose headings stay
