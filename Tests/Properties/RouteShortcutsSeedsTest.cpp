@@ -103,10 +103,10 @@ EdgePtr plainShortcut(const KRVNavEdge& edge, const KRVNavEdge& next,
 
 std::vector<EdgePtr> plainlyCut(const std::vector<EdgePtr>& edges, const ObstacleDetector& walls) {
   std::vector<EdgePtr> backwards;
-  for (auto edge = edges.rbegin(); edge != edges.rend(); ++edge) {
-    auto cut = backwards.empty() ? nullptr : plainShortcut(**edge, *backwards.back(), walls);
+  for (std::size_t i = edges.size(); i-- > 0;) {
+    auto cut = backwards.empty() ? nullptr : plainShortcut(*edges[i], *backwards.back(), walls);
     if (cut) backwards.pop_back();
-    backwards.push_back(cut ? cut : *edge);
+    backwards.push_back(cut ? cut : edges[i]);
   }
   std::reverse(backwards.begin(), backwards.end());
   return backwards;

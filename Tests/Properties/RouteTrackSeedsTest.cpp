@@ -160,12 +160,17 @@ class RouteTrackSeeds : public FacadeFixture {
     EXPECT_EQ(place->node->identifier(), expected->node()->identifier());
     EXPECT_EQ(place->distance, expected->distance());
     EXPECT_EQ(place->delta, expected->delta());
-    const auto intersection = track.intersectionAt(*place);
+    expectSameIntersection(track, *place, expected);
+  }
+
+  static void expectSameIntersection(const RouteTrack& track, const TrackPlace& place,
+                                     const std::shared_ptr<Intersection>& expected) {
+    const auto intersection = track.intersectionAt(place);
     if (expected->kind() == IntersectionKind::node) {
       EXPECT_EQ(intersection->node(), expected->node());
       return;
     }
-    EXPECT_EQ(intersection->node(), place->node);
+    EXPECT_EQ(intersection->node(), place.node);
     EXPECT_EQ(asEdge(intersection)->enclosingNodeOne(), asEdge(expected)->enclosingNodeOne());
     EXPECT_EQ(asEdge(intersection)->enclosingNodeTwo(), asEdge(expected)->enclosingNodeTwo());
   }

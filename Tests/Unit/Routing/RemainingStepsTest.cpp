@@ -9,7 +9,6 @@ namespace {
 
 using KorvaniNavigation::RemainingSteps;
 using KorvaniNavigation::Step;
-using KorvaniNavigation::StepsView;
 
 class RemainingStepsTest : public testing::Test {
  protected:

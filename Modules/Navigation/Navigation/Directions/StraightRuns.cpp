@@ -144,8 +144,8 @@ void appendInstructions(const StepsView& steps, const Run& run, const Run& follo
 }
 
 void appendDestination(const Run& run, std::vector<Directions>& instructions) {
-  instructions.push_back(
-      Directions(DirectionsType::destination, run.distance, nullptr, std::nullopt, std::nullopt));
+  instructions.emplace_back(DirectionsType::destination, run.distance, nullptr, std::nullopt,
+                            std::nullopt);
 }
 
 }  // namespace KorvaniNavigation

@@ -101,7 +101,7 @@ class PositionMapper {
   struct SightedFoot {
     MKMapPoint point;
     CLLocationCoordinate2D coordinate;
-    double distance;  ///< metres from the position
+    double distance = 0;  ///< metres from the position
   };
 
   std::shared_ptr<KRVNavGraph> routeGraph() const;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -108,9 +109,8 @@ std::vector<std::shared_ptr<KRVNavEdge>> cutCorners(
   }
   std::vector<std::shared_ptr<KRVNavEdge>> left;
   left.reserve(backwards.size());
-  for (auto leg = backwards.rbegin(); leg != backwards.rend(); ++leg) {
-    left.push_back(std::move(leg->edge));
-  }
+  std::transform(backwards.rbegin(), backwards.rend(), std::back_inserter(left),
+                 [](Leg& leg) { return std::move(leg.edge); });
   return left;
 }
 

@@ -64,17 +64,17 @@ class RouteTrack {
  private:
   /// A point of the track in sight of a position.
   struct Sighted {
-    std::size_t number;
-    double delta;         ///< degrees
+    std::size_t number = 0;
+    double delta = 0;     ///< degrees
     double distance = 0;  ///< metres
   };
 
   /// A place that is not made a point yet.
   struct Candidate {
-    IntersectionKind kind;
-    std::size_t number;
+    IntersectionKind kind = IntersectionKind::node;
+    std::size_t number = 0;
     CLLocationCoordinate2D coordinate;
-    double distance;
+    double distance = 0;
   };
 
   std::size_t pointCount() const;
