@@ -5,6 +5,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <string_view>
 #include <vector>
@@ -31,6 +32,6 @@ int main(int argc, char** argv) {
   KorvaniBenchmarks::addLoading(extent);
 
   KorvaniBenchmarks::Tables tables;
-  benchmark::RunSpecifiedBenchmarks(&tables);
-  return tables.failed() ? EXIT_FAILURE : EXIT_SUCCESS;
+  const std::size_t measured = benchmark::RunSpecifiedBenchmarks(&tables);
+  return measured == 0 || tables.failed() ? EXIT_FAILURE : EXIT_SUCCESS;
 }

@@ -5,10 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cmath>
 #include <cstdlib>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Navigation/Path Finding/Arrays/PathSearch.hpp"
@@ -50,13 +52,24 @@ double startDistance(std::uint32_t style, const SearchNet& net, SeededNumbers& n
   }
 }
 
-/// Both ends of an edge, as for a position that was mapped onto it.
-std::vector<StartNode> startsOnAnEdge(const SearchNet& net, SeededNumbers& numbers) {
+/// Both ends of an edge, in any order, as for a position that was mapped onto it.
+std::vector<StartNode> startsAt(double part, const SearchNet& net, SeededNumbers& numbers) {
   const std::uint32_t edge = numbers.below(net.edgeCount());
-  const double part = numbers.chance(0.3) ? 0 : numbers.unit();
   const SearchGraph graph = net.arrays();
-  return {{net.beginOf(edge), part * graph.cost[edge]},
-          {graph.target[edge], (1 - part) * graph.cost[edge]}};
+  std::vector<StartNode> starts{{net.beginOf(edge), part * graph.cost[edge]},
+                                {graph.target[edge], (1 - part) * graph.cost[edge]}};
+  if (numbers.chance(0.5)) std::swap(starts[0], starts[1]);
+  return starts;
+}
+
+/// Anywhere on an edge, often at its end; some distances are off by a rounding.
+std::vector<StartNode> startsOnAnEdge(const SearchNet& net, SeededNumbers& numbers) {
+  std::vector<StartNode> starts = startsAt(numbers.chance(0.5) ? 0 : numbers.unit(), net, numbers);
+  if (numbers.chance(0.3)) {
+    double& distance = starts[numbers.below(2)].distance;
+    distance = std::nextafter(distance, numbers.chance(0.5) ? 0 : 2 * distance);
+  }
+  return starts;
 }
 
 std::vector<StartNode> anyStarts(const SearchNet& net, SeededNumbers& numbers) {
@@ -160,8 +173,19 @@ INSTANTIATE_TEST_SUITE_P(Kinds, PathSearchSeeds, testing::Range(0, kNetKinds),
                            return nameOf(static_cast<NetKind>(number.param));
                          });
 
-/// Of the ways from one node to another, how many the hierarchy decides by itself.
-double shareDecided(NetKind kind) {
+using AnyStarts = std::vector<StartNode> (*)(const SearchNet& net, SeededNumbers& numbers);
+
+std::vector<StartNode> startAtANode(const SearchNet& net, SeededNumbers& numbers) {
+  return {{numbers.below(net.nodeCount()), 1}};
+}
+
+/// As of a position that was mapped onto an edge, exactly where it begins.
+std::vector<StartNode> startsAtAnEnd(const SearchNet& net, SeededNumbers& numbers) {
+  return startsAt(0, net, numbers);
+}
+
+/// Of the ways to a node, how many the hierarchy decides by itself.
+double shareDecided(NetKind kind, AnyStarts drawStarts) {
   const std::atomic<bool> interrupted{false};
   int found = 0;
   int decided = 0;
@@ -171,7 +195,8 @@ double shareDecided(NetKind kind) {
     const SearchGraph graph = net.arrays();
     const RoutingHierarchy hierarchy(graph, false);
     for (int i = 0; i < kQueries; ++i) {
-      const std::vector<StartNode> starts{{numbers.below(net.nodeCount()), 1}};
+      if (net.edgeCount() == 0) continue;
+      const std::vector<StartNode> starts = drawStarts(net, numbers);
       const std::vector<std::uint32_t> targets{numbers.below(net.nodeCount())};
       const SearchQuery query{starts, targets, false, interrupted};
       const auto outcome = hierarchy.find(query).outcome;
@@ -183,8 +208,13 @@ double shareDecided(NetKind kind) {
 }
 
 TEST(RoutingHierarchyShare, LinksOfLengthZeroLeaveNearlyAllQuestionsToTheHierarchy) {
-  EXPECT_GT(shareDecided(NetKind::floors), 0.97);
-  EXPECT_GT(shareDecided(NetKind::anyLengths), 0.99);
+  EXPECT_GT(shareDecided(NetKind::floors, startAtANode), 0.97);
+  EXPECT_GT(shareDecided(NetKind::anyLengths, startAtANode), 0.99);
+}
+
+TEST(RoutingHierarchyShare, APositionExactlyOnANodeLeavesNearlyAllQuestionsToTheHierarchy) {
+  EXPECT_GT(shareDecided(NetKind::floors, startsAtAnEnd), 0.97);
+  EXPECT_GT(shareDecided(NetKind::anyLengths, startsAtAnEnd), 0.97);
 }
 
 }  // namespace

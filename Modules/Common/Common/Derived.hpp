@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -23,7 +25,7 @@ namespace KorvaniCommon {
 /// also when another one has taken its place since.
 ///
 /// Thread safety: any thread at any time. A form is made by the first who asks; others wait. `make`
-/// must not ask the same object again.
+/// must not ask the same object for the same form.
 class Derived {
  public:
   Derived() = default;
@@ -35,10 +37,28 @@ class Derived {
   /// from: a change in between then has the form made once too often, and is never missed.
   template <class T, class Make>
   std::shared_ptr<const T> get(RevisionStamp stamp, Make make) const {
-    const std::lock_guard lock(mutex_);
-    Form& form = formOf(&kTypeKey<T>);
-    if (!form.object || form.stamp != stamp) form = {form.type, stamp, make()};
-    return std::static_pointer_cast<const T>(form.object);
+    return get<T>(stamp, make, [] { return false; });
+  }
+
+  /// The same for a form that takes long to make: `make()` may give it up and return null, and so
+  /// may, as soon as `givesUp()` is true, those who wait for what another one makes. They get null
+  /// then. A form that was given up is made from the beginning by the next who wants it.
+  template <class T, class Make, class GivesUp>
+  std::shared_ptr<const T> get(RevisionStamp stamp, Make make, GivesUp givesUp) const {
+    constexpr auto kPatience = std::chrono::milliseconds(1);
+    const void* const type = &kTypeKey<T>;
+    std::unique_lock lock(mutex_);
+    for (;;) {
+      const Form& form = formOf(type);
+      if (form.object && form.stamp == stamp) return std::static_pointer_cast<const T>(form.object);
+      if (!form.isBeingMade) break;
+      if (givesUp()) return nullptr;
+      made_.wait_for(lock, kPatience);
+    }
+    const Making making(*this, lock, type);
+    std::shared_ptr<const T> object = making.unlocked(make);
+    if (object) formOf(type) = {type, stamp, object, true};
+    return object;
   }
 
   /// Whether nothing was asked for yet.
@@ -56,16 +76,47 @@ class Derived {
     const void* type;
     RevisionStamp stamp;
     std::shared_ptr<const void> object;
+    bool isBeingMade = false;
+  };
+
+  /// While a form is made the lock is open: others may want other forms, or not want to wait.
+  class Making {
+   public:
+    Making(const Derived& derived, std::unique_lock<std::mutex>& lock, const void* type)
+        : derived_(derived), lock_(lock), type_(type) {
+      derived_.formOf(type_).isBeingMade = true;
+      lock_.unlock();
+    }
+    ~Making() {
+      if (!lock_.owns_lock()) lock_.lock();
+      derived_.formOf(type_).isBeingMade = false;
+      derived_.made_.notify_all();
+    }
+    Making(const Making&) = delete;
+    Making& operator=(const Making&) = delete;
+
+    template <class Make>
+    auto unlocked(Make& make) const {
+      auto object = make();
+      lock_.lock();
+      return object;
+    }
+
+   private:
+    const Derived& derived_;
+    std::unique_lock<std::mutex>& lock_;
+    const void* type_;
   };
 
   Form& formOf(const void* type) const {
     for (Form& form : forms_) {
       if (form.type == type) return form;
     }
-    return forms_.emplace_back(Form{type, 0, nullptr});
+    return forms_.emplace_back(Form{type, 0, nullptr, false});
   }
 
   mutable std::mutex mutex_;
+  mutable std::condition_variable made_;
   mutable std::vector<Form> forms_;
 };
 

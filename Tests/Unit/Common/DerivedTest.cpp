@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <memory>
+#include <new>
 #include <string>
 #include <thread>
 #include <vector>
@@ -79,6 +81,56 @@ TEST(Derived, ThreadsThatAskAtOnceShareOneForm) {
   for (auto& thread : threads) thread.join();
   EXPECT_EQ(made, 1);
   for (const auto& form : forms) EXPECT_EQ(form, forms[0]);
+}
+
+TEST(Derived, AFormThatWasGivenUpIsMadeByTheNextWhoAsks) {
+  const Derived derived;
+  const auto never = [] { return false; };
+  EXPECT_EQ(derived.get<DerivedSum>(
+                1, [] { return std::shared_ptr<const DerivedSum>(); }, never),
+            nullptr);
+  const auto form = derived.get<DerivedSum>(
+      1, [] { return derivedSumOf(7); }, never);
+  ASSERT_NE(form, nullptr);
+  EXPECT_EQ(form->value, 7);
+}
+
+TEST(Derived, AFormWhoseMakingThrewIsMadeByTheNextWhoAsks) {
+  const Derived derived;
+  const auto fail = []() -> std::shared_ptr<const DerivedSum> { throw std::bad_alloc(); };
+  EXPECT_THROW(derived.get<DerivedSum>(1, fail), std::bad_alloc);
+  EXPECT_EQ(derived.get<DerivedSum>(1, [] { return derivedSumOf(7); })->value, 7);
+}
+
+// The form is not ready before the one who waits for it has given up.
+TEST(Derived, WhoWaitsForAFormMayGiveUp) {
+  const Derived derived;
+  std::atomic<bool> isBeingMade{false};
+  std::atomic<bool> gaveUp{false};
+  std::thread maker([&] {
+    derived.get<DerivedSum>(1, [&] {
+      isBeingMade = true;
+      while (!gaveUp) std::this_thread::yield();
+      return derivedSumOf(7);
+    });
+  });
+  while (!isBeingMade) std::this_thread::yield();
+  EXPECT_EQ(derived.get<DerivedSum>(
+                1, [] { return derivedSumOf(8); }, [] { return true; }),
+            nullptr);
+  gaveUp = true;
+  maker.join();
+  EXPECT_EQ(derived.get<DerivedSum>(1, [] { return derivedSumOf(8); })->value, 7);
+}
+
+TEST(Derived, OtherFormsCanBeHadWhileOneIsMade) {
+  const Derived derived;
+  const auto sum = derived.get<DerivedSum>(1, [&] {
+    const auto names = derived.get<DerivedNames>(
+        1, [] { return std::make_shared<const DerivedNames>(DerivedNames{"lift"}); });
+    return derivedSumOf(static_cast<int>(names->value.size()));
+  });
+  EXPECT_EQ(sum->value, 4);
 }
 
 }  // namespace

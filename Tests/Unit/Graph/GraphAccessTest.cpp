@@ -4,7 +4,9 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "Navigation/Graph/KRVNavEdge.hpp"
 #include "Navigation/Graph/KRVNavGraph.hpp"
@@ -35,9 +37,9 @@ class GraphAccessTest : public testing::Test {
     region->addObstacle(wall);
     graph->addEdge(edge, *a, *b);
     GraphAccess::watch(*a);
-    GraphAccess::watch(*edge);
+    GraphAccess::watch(*edge, *graph);
     GraphAccess::watch(*wall);
-    GraphAccess::watch(*region);
+    GraphAccess::watch(*region, *graph);
   }
 
   RevisionStamp structure() const { return GraphAccess::structureStamp(*graph); }
@@ -96,6 +98,7 @@ TEST_F(GraphAccessTest, EveryChangeOfAPointCounts) {
   EXPECT_EQ(grown([&] { a->setIdentifierNumber(9); }), "SCN");
   EXPECT_EQ(grown([&] { a->setCoordinate({1, 1}); }), "SCN");
   EXPECT_EQ(grown([&] { a->setLevel(3); }), "SCN");
+  EXPECT_EQ(grown([&] { a->setLocation(a->location()); }), "SCN");
   EXPECT_EQ(grown([&] { a->setRegion(nullptr); }), "SCN");
   EXPECT_EQ(grown([&] { std::make_shared<KRVNavRegion>(4)->addNode(a); }), "SCN");
 }
@@ -113,7 +116,6 @@ TEST_F(GraphAccessTest, AChangeOfAnObstaclesCoordinatesCounts) {
 
 TEST_F(GraphAccessTest, WhatNothingIsComputedFromDoesNotCount) {
   EXPECT_EQ(grown([&] {
-              a->setLocation(a->location());
               edge->setType("stairs");
               wall->setStrength(4);
               wall->setHasStrength(true);
@@ -149,6 +151,63 @@ TEST_F(GraphAccessTest, ObjectsThatNobodyWatchesChangeNothing) {
               route->addEdge(step, *position, *position);
             }),
             "");
+}
+
+TEST_F(GraphAccessTest, APointThatIsWatchedForItsGraphAloneChangesNoFormOfARegion) {
+  GraphAccess::watch(*b, *graph);
+  EXPECT_EQ(grown([&] { b->setLevel(3); }), "SC");
+}
+
+TEST_F(GraphAccessTest, AChangeInOneGraphIsNoneOfAnother) {
+  const auto other = std::make_shared<KRVNavGraph>();
+  const auto otherRegion = std::make_shared<KRVNavRegion>(0);
+  const auto otherEdge = std::make_shared<KRVNavEdge>(a, b);
+  GraphAccess::watch(*otherEdge, *other);
+  GraphAccess::watch(*otherRegion, *other);
+  GraphAccess::watch(*b, *other);
+  EXPECT_EQ(grown([&] {
+              otherEdge->setDistance(3);
+              otherEdge->setEnd(a);
+              otherRegion->setGraph(other);
+              b->setLevel(2);
+            }),
+            "");
+}
+
+TEST_F(GraphAccessTest, AChangeOfAnObjectThatTwoGraphsWatchCountsInBoth) {
+  const auto other = std::make_shared<KRVNavGraph>();
+  GraphAccess::watch(*edge, *other);
+  GraphAccess::watch(*edge, *graph);
+  const RevisionStamp before = GraphAccess::costStamp(*other);
+  EXPECT_EQ(grown([&] { edge->setDistance(3); }), "C");
+  EXPECT_GT(GraphAccess::costStamp(*other), before);
+}
+
+// There are more graphs than numbers for them: some share a number, and none may miss a change.
+TEST_F(GraphAccessTest, EveryOneOfManyGraphsNoticesTheChangesOfItsOwn) {
+  constexpr int kGraphs = 600;
+  std::vector<std::shared_ptr<KRVNavGraph>> graphs;
+  std::vector<std::shared_ptr<KRVNavEdge>> edges;
+  for (int i = 0; i < kGraphs; ++i) {
+    graphs.push_back(std::make_shared<KRVNavGraph>());
+    edges.push_back(std::make_shared<KRVNavEdge>(a, b));
+    GraphAccess::watch(*edges.back(), *graphs.back());
+  }
+  for (std::size_t i = 0; i < kGraphs; ++i) {
+    const RevisionStamp before = GraphAccess::costStamp(*graphs[i]);
+    edges[i]->setDistance(3);
+    EXPECT_GT(GraphAccess::costStamp(*graphs[i]), before);
+  }
+}
+
+TEST_F(GraphAccessTest, AnObjectThatOutlivesItsGraphStillTellsTheNextOne) {
+  {
+    const auto gone = std::make_shared<KRVNavGraph>();
+    GraphAccess::watch(*b, *gone);
+  }
+  EXPECT_EQ(grown([&] { b->setLevel(1); }), "");
+  GraphAccess::watch(*b, *graph);
+  EXPECT_EQ(grown([&] { b->setLevel(2); }), "SCN");
 }
 
 TEST_F(GraphAccessTest, APointHasNoPlaceUntilItIsGivenOne) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <limits>
 #include <memory>
 #include <string>
@@ -47,6 +48,39 @@ TEST_F(CompiledGraphTest, IsMadeOnceUntilTheGraphChanges) {
   EXPECT_EQ(after->arrays().cost[0], 3 * building.edge("A", "B")->distance());
   building.graph()->edges()[1].clear();
   EXPECT_NE(&compiled()->structure(), &before->structure());
+}
+
+TEST_F(CompiledGraphTest, StaysWhenAnotherGraphChanges) {
+  const TextBuilding other("A--B", 2.0);
+  ASSERT_NE(CompiledGraph::of(*other.graph()), nullptr);
+  const auto before = compiled();
+  other.edge("A", "B")->setDistance(7);
+  other.edge("A", "B")->setEnd(other.point("A"));
+  other.point("B")->setRegion(nullptr);
+  other.region(0)->setGraph(nullptr);
+  EXPECT_EQ(compiled(), before);
+}
+
+TEST_F(CompiledGraphTest, NoticesTheChangeOfAnEdgeThatStandsInAnotherGraphAsWell) {
+  const TextBuilding other("A--B", 2.0);
+  other.graph()->edges()[1].set(2, building.edge("A", "B"));
+  const auto before = compiled();
+  const auto otherBefore = CompiledGraph::of(*other.graph());
+  building.edge("A", "B")->setDistance(7);
+  EXPECT_NE(compiled(), before);
+  EXPECT_NE(CompiledGraph::of(*other.graph()), otherBefore);
+}
+
+TEST_F(CompiledGraphTest, IsNotMadeWhenItIsInterruptedAndByTheNextWhoAsks) {
+  const std::atomic<bool> interrupted{true};
+  EXPECT_EQ(CompiledGraph::of(*building.graph(), interrupted), nullptr);
+  const auto whole = compiled();
+  ASSERT_TRUE(whole->isOrdinary());
+  EXPECT_EQ(whole->structure().target().size(), 4U);
+  EXPECT_EQ(CompiledGraph::of(*building.graph(), interrupted), whole);
+  building.edge("A", "B")->setDistance(7);
+  EXPECT_EQ(CompiledGraph::of(*building.graph(), interrupted), nullptr);
+  EXPECT_EQ(compiled()->arrays().cost[0], 7);
 }
 
 TEST_F(CompiledGraphTest, KnowsItsOwnPointsByObjectAndOthersByIdentifier) {

@@ -82,6 +82,21 @@ TEST_F(PathSearchTest, FindsNothingWhileItIsInterrupted) {
   askOften(search, 1);
 }
 
+TEST_F(PathSearchTest, PreparesNothingWhileItIsInterruptedAndAllAfterTwiceAsManySearches) {
+  const SearchGraph graph{firstEdge, target, cost, barrierFree};
+  const PathSearch search(graph, history);
+  askOften(search, SearchHistory::kLeastPatience);
+  const std::size_t before = search.bytes();
+  interrupted = true;
+  EXPECT_EQ(ask(search, 1, 20), 0U);
+  EXPECT_EQ(search.bytes(), before);
+  interrupted = false;
+  askOften(search, 2 * SearchHistory::kLeastPatience);
+  EXPECT_EQ(search.bytes(), before);
+  askOften(search, 1);
+  EXPECT_GT(search.bytes(), before);
+}
+
 TEST_F(PathSearchTest, WaitsLongerAfterAHierarchyThatDidNotPay) {
   const SearchGraph graph{firstEdge, target, cost, barrierFree};
   {

@@ -192,11 +192,18 @@ TEST(RoutingHierarchy, AnswersLikeTheWavesWithHubLabelsAndWithout) {
 }
 
 TEST(RoutingHierarchy, KeepsTheMiddleOfAGridAsItIs) {
-  EdgeNet net = gridOf(40, 2, 2);
+  EdgeNet net = gridOf(66, 40, 2);
   const RoutingHierarchy hierarchy(net.graph(), false);
   EXPECT_GT(hierarchy.coreSize(), 0U);
-  EXPECT_LT(hierarchy.memory(), 1600U * 200U);
-  expectAnswersOfWaves(net, 1600, 0);
+  EXPECT_LT(hierarchy.memory(), 4356U * 200U);
+  expectAnswersOfWaves(net, 4356, 0);
+}
+
+TEST(RoutingHierarchy, IsEmptyOnAGridThatIsSmallOrWhoseLengthsAreNearlyAlike) {
+  EdgeNet small = gridOf(31, 30, 2);
+  EXPECT_FALSE(RoutingHierarchy(small.graph(), false).helps());
+  EdgeNet even = gridOf(80, 2, 2);
+  EXPECT_FALSE(RoutingHierarchy(even.graph(), false).helps());
 }
 
 TEST(RoutingHierarchy, IsEmptyOnARegularGrid) {
@@ -233,6 +240,22 @@ TEST(RoutingHierarchy, SpellsOutLongDeadEnds) {
   ASSERT_EQ(answer.outcome, RoutingHierarchy::Outcome::found);
   EXPECT_EQ(answer.path.nodes, all);
   EXPECT_EQ(answer.path.cost, sum);
+}
+
+// As when a host closes a corridor by making it dear.
+TEST(RoutingHierarchy, DecidesWaysThatAvoidAnEdgeWhichIsDearBeyondMeasure) {
+  EdgeNet net = gridOf(8, 2, 5);
+  net.link(0, 63, 1e12);
+  expectAnswersOfWaves(net, 64, 0);
+  expectAnswersOfWaves(net, 64, 64);
+}
+
+TEST(RoutingHierarchy, LeavesAWayUndecidedThatNeedsAnEdgeDearBeyondMeasure) {
+  EdgeNet apart(65);
+  for (std::uint32_t node = 0; node < 63; ++node) apart.link(node, node + 1, 5);
+  apart.link(63, 64, 1e12);
+  EXPECT_EQ(askHierarchy(apart, {{0, 0}}, {64}).outcome, RoutingHierarchy::Outcome::undecided);
+  EXPECT_EQ(askHierarchy(apart, {{0, 0}}, {63}).outcome, RoutingHierarchy::Outcome::found);
 }
 
 TEST(RoutingHierarchy, LeavesCostsUndecidedThatAreTooFarApartForItsMargin) {

@@ -7,12 +7,19 @@
 namespace KorvaniTest {
 namespace {
 
+using KorvaniNavigation::Interruption;
+using KorvaniNavigation::kNeverInterrupted;
 using KorvaniNavigation::ZeroLinks;
 
 constexpr double kLeastCost = 1e-6;
 
+ZeroLinks linksOf(EdgeNet& net, bool barrierFree, double least) {
+  Interruption never(kNeverInterrupted);
+  return {net.graph(), barrierFree, least, never};
+}
+
 std::uint32_t places(EdgeNet& net, bool barrierFree = false) {
-  return ZeroLinks(net.graph(), barrierFree, kLeastCost).placeCount();
+  return linksOf(net, barrierFree, kLeastCost).placeCount();
 }
 
 TEST(ZeroLinks, JoinTheTwoSidesOfADoor) {
@@ -20,7 +27,7 @@ TEST(ZeroLinks, JoinTheTwoSidesOfADoor) {
   net.link(0, 1, 3);
   net.link(1, 2, 0);
   net.link(2, 3, 3);
-  const ZeroLinks links(net.graph(), false, kLeastCost);
+  const ZeroLinks links = linksOf(net, false, kLeastCost);
   EXPECT_EQ(links.placeCount(), 3U);
   EXPECT_EQ(links.placeOf()[1], links.placeOf()[2]);
   EXPECT_EQ(links.nextOf()[1], 2U);
@@ -67,7 +74,7 @@ TEST(ZeroLinks, CountNothingAsLongEnoughWhenNothingHasALength) {
   net.link(0, 1, 0);
   net.edge(1, 2, 0);
   net.edge(2, 0, 0);
-  EXPECT_EQ(ZeroLinks(net.graph(), false, 0).placeCount(), 3U);
+  EXPECT_EQ(linksOf(net, false, 0).placeCount(), 3U);
 }
 
 TEST(ZeroLinks, LookOnlyAtEdgesWithoutBarriersWhenOnlyTheseCount) {

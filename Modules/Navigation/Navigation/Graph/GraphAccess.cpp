@@ -11,10 +11,29 @@
 
 namespace KorvaniNavigation {
 
-void GraphAccess::watch(const KRVNavEdge& edge) { edge.isWatched_.set(); }
-void GraphAccess::watch(const KRVNavObstacle& obstacle) { obstacle.isWatched_.set(); }
-void GraphAccess::watch(const KRVNavPoint& point) { point.isWatched_.set(); }
-void GraphAccess::watch(const KRVNavRegion& region) { region.isWatched_.set(); }
+namespace {
+
+GraphChanges& everybodysChanges() { return graphChanges(WatchFlag::kEverybody); }
+
+}  // namespace
+
+void GraphAccess::watch(const KRVNavObstacle& obstacle) {
+  obstacle.isWatched_.set(WatchFlag::kEverybody);
+}
+
+void GraphAccess::watch(const KRVNavPoint& point) { point.isWatched_.set(WatchFlag::kEverybody); }
+
+void GraphAccess::watch(const KRVNavEdge& edge, const KRVNavGraph& graph) {
+  edge.isWatched_.set(graph.watcher_);
+}
+
+void GraphAccess::watch(const KRVNavPoint& point, const KRVNavGraph& graph) {
+  point.isWatched_.set(graph.watcher_);
+}
+
+void GraphAccess::watch(const KRVNavRegion& region, const KRVNavGraph& graph) {
+  region.isWatched_.set(graph.watcher_);
+}
 
 std::uint32_t GraphAccess::place(const KRVNavPoint& point) {
   return point.place_.load(std::memory_order_relaxed);
@@ -28,21 +47,24 @@ const Derived& GraphAccess::derivedOf(const KRVNavGraph& graph) { return graph.d
 const Derived& GraphAccess::derivedOf(const KRVNavRegion& region) { return region.derived_; }
 
 RevisionStamp GraphAccess::structureStamp(const KRVNavGraph& graph) {
-  const GraphChanges& changes = graphChanges();
-  return std::max({graph.revision_->stamp(), changes.points.stamp(), changes.regions.stamp(),
-                   changes.edgeEnds.stamp()});
+  const GraphChanges& own = graphChanges(graph.watcher_);
+  const GraphChanges& shared = everybodysChanges();
+  return std::max({graph.revision_->stamp(), own.points.stamp(), own.regions.stamp(),
+                   own.edgeEnds.stamp(), shared.points.stamp(), shared.regions.stamp(),
+                   shared.edgeEnds.stamp()});
 }
 
 RevisionStamp GraphAccess::costStamp(const KRVNavGraph& graph) {
-  return std::max(structureStamp(graph), graphChanges().edgeCosts.stamp());
+  return std::max({structureStamp(graph), graphChanges(graph.watcher_).edgeCosts.stamp(),
+                   everybodysChanges().edgeCosts.stamp()});
 }
 
 RevisionStamp GraphAccess::nodesStamp(const KRVNavRegion& region) {
-  return std::max(region.nodesRevision_->stamp(), graphChanges().points.stamp());
+  return std::max(region.nodesRevision_->stamp(), everybodysChanges().points.stamp());
 }
 
-RevisionStamp GraphAccess::pointsStamp() { return graphChanges().points.stamp(); }
+RevisionStamp GraphAccess::pointsStamp() { return everybodysChanges().points.stamp(); }
 
-RevisionStamp GraphAccess::obstaclesStamp() { return graphChanges().obstacles.stamp(); }
+RevisionStamp GraphAccess::obstaclesStamp() { return everybodysChanges().obstacles.stamp(); }
 
 }  // namespace KorvaniNavigation

@@ -5,18 +5,17 @@
 // A form is made from many objects, and is right as long as none of them changes. Containers of the
 // graph count their changes themselves. Points, edges, obstacles and regions are too many to be
 // asked one by one, and many of them belong to no graph at all (positions, routes), so whoever
-// compiles a form watches the objects it reads: from then on their setters stamp one revision for
-// the whole process, one for each kind of change.
+// compiles a form watches the objects it reads: from then on their setters stamp a revision, one
+// for each kind of change.
 //
 //   const RevisionStamp stamp = GraphAccess::structureStamp(graph);   // first the stamp,
-//   GraphAccess::watch(*edge);                                        // then watch,
+//   GraphAccess::watch(*edge, graph);                                 // then watch,
 //   use(edge->end());                                                 // then read
 //
-// The revisions are the process's, so a change of one building has the forms of another made anew
-// as well; costs are read again faster than nodes and edges are.
-//
-// In this order no change is missed, whichever thread makes it: it is either seen by the reading or
-// stamped after the stamp was taken.
+// What is watched for a graph stamps revisions of that graph, so that a change of one building
+// leaves what is compiled from another. What two graphs watch, and what is watched for a form that
+// belongs to no graph, stamps revisions that are everybody's: they are in the stamps of all graphs.
+// Edges are part of graphs alone; points of a region's form or a route are everybody's.
 //
 // Thread safety: any thread at any time.
 
@@ -37,10 +36,13 @@ using KorvaniCommon::Derived;
 using KorvaniCommon::RevisionStamp;
 
 struct GraphAccess {
-  static void watch(const KRVNavEdge& edge);
+  // For everybody.
   static void watch(const KRVNavObstacle& obstacle);
   static void watch(const KRVNavPoint& point);
-  static void watch(const KRVNavRegion& region);
+  // For a form of the graph.
+  static void watch(const KRVNavEdge& edge, const KRVNavGraph& graph);
+  static void watch(const KRVNavPoint& point, const KRVNavGraph& graph);
+  static void watch(const KRVNavRegion& region, const KRVNavGraph& graph);
 
   // The number under which the point stands in what was compiled last from its graph; kNoPlace
   // before. A hint that saves a look-up: whoever takes it checks it.
@@ -58,7 +60,7 @@ struct GraphAccess {
   static RevisionStamp costStamp(const KRVNavGraph& graph);
   // When the region last changed which nodes it has and where they are.
   static RevisionStamp nodesStamp(const KRVNavRegion& region);
-  // When a point last changed what can be asked of it.
+  // When a point that is watched for everybody last changed what can be asked of it.
   static RevisionStamp pointsStamp();
   // When an obstacle last changed its coordinates.
   static RevisionStamp obstaclesStamp();

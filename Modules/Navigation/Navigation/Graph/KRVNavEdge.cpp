@@ -32,29 +32,29 @@ std::shared_ptr<KRVNavPoint> KRVNavEdge::start() const { return readGuarded(this
 
 void KRVNavEdge::setStart(std::shared_ptr<KRVNavPoint> start) {
   writeGuarded(this, start_, std::move(start));
-  isWatched_.changed(graphChanges().edgeEnds);
+  noteChange(isWatched_, &GraphChanges::edgeEnds);
 }
 
 std::shared_ptr<KRVNavPoint> KRVNavEdge::end() const { return readGuarded(this, end_); }
 
 void KRVNavEdge::setEnd(std::shared_ptr<KRVNavPoint> end) {
   writeGuarded(this, end_, std::move(end));
-  isWatched_.changed(graphChanges().edgeEnds);
+  noteChange(isWatched_, &GraphChanges::edgeEnds);
 }
 
 void KRVNavEdge::setDistance(double distance) {
   distance_ = distance;
-  isWatched_.changed(graphChanges().edgeCosts);
+  noteChange(isWatched_, &GraphChanges::edgeCosts);
 }
 
 void KRVNavEdge::setMultiplicator(double multiplicator) {
   multiplicator_ = multiplicator;
-  isWatched_.changed(graphChanges().edgeCosts);
+  noteChange(isWatched_, &GraphChanges::edgeCosts);
 }
 
 void KRVNavEdge::setIsBarrierFree(bool isBarrierFree) {
   isBarrierFree_ = isBarrierFree;
-  isWatched_.changed(graphChanges().edgeCosts);
+  noteChange(isWatched_, &GraphChanges::edgeCosts);
 }
 
 std::optional<std::string> KRVNavEdge::type() const { return readGuarded(this, type_); }

@@ -2,13 +2,15 @@
 
 #include <utility>
 
+#include "Navigation/Graph/GraphChanges.hpp"
 #include "Navigation/Graph/KRVNavEdge.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
 #include "Navigation/Graph/KRVNavRegion.hpp"
 
 namespace KorvaniNavigation {
 
-KRVNavGraph::KRVNavGraph() : revision_(std::make_shared<KorvaniCommon::Revision>()) {
+KRVNavGraph::KRVNavGraph()
+    : revision_(std::make_shared<KorvaniCommon::Revision>()), watcher_(nextWatcher()) {
   regions_.reportTo(revision_);
   edges_.reportTo(revision_);
   nodes_.reportTo(revision_);

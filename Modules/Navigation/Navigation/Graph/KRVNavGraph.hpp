@@ -31,6 +31,7 @@
 
 #include "Common/CountedArray.hpp"
 #include "Common/CountedDictionary.hpp"
+#include "Navigation/Graph/WatchFlag.hpp"
 #include "Navigation/Names.hpp"
 #include "Platform/Export.hpp"
 
@@ -107,6 +108,7 @@ class KORVANI_API KRVNavGraph : public std::enable_shared_from_this<KRVNavGraph>
   Edges edges_;
   Nodes nodes_;
   std::shared_ptr<KorvaniCommon::Revision> revision_;
+  const WatchFlag::Watcher watcher_;
   KorvaniCommon::Derived derived_;
 };
 

@@ -17,7 +17,7 @@ KRVNavObstacle::~KRVNavObstacle() = default;
 
 void KRVNavObstacle::setCoordinates(std::vector<CLLocationCoordinate2D> coordinates) {
   coordinates_ = std::move(coordinates);
-  isWatched_.changed(graphChanges().obstacles);
+  noteChange(isWatched_, &GraphChanges::obstacles);
 }
 
 CLLocationCoordinate2D KRVNavObstacle::coordinateAt(std::int64_t index) const {

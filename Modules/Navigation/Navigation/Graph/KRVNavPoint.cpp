@@ -44,29 +44,29 @@ KRVNavPoint::~KRVNavPoint() = default;
 
 void KRVNavPoint::setIdentifier(std::int64_t identifier) {
   identifier_ = identifier;
-  isWatched_.changed(graphChanges().points);
+  noteChange(isWatched_, &GraphChanges::points);
 }
 
 void KRVNavPoint::setIdentifierNumber(std::int64_t number) {
   identifierNumber_.store(number);
-  isWatched_.changed(graphChanges().points);
+  noteChange(isWatched_, &GraphChanges::points);
 }
 
 void KRVNavPoint::setCoordinate(CLLocationCoordinate2D coordinate) {
   coordinate_ = coordinate;
-  isWatched_.changed(graphChanges().points);
+  noteChange(isWatched_, &GraphChanges::points);
 }
 
 void KRVNavPoint::setLevel(std::int64_t level) {
   level_ = level;
-  isWatched_.changed(graphChanges().points);
+  noteChange(isWatched_, &GraphChanges::points);
 }
 
 CLLocation KRVNavPoint::location() const { return readGuarded(this, location_); }
 
 void KRVNavPoint::setLocation(CLLocation location) {
   writeGuarded(this, location_, location);
-  isWatched_.changed(graphChanges().points);
+  noteChange(isWatched_, &GraphChanges::points);
 }
 
 std::shared_ptr<KRVNavRegion> KRVNavPoint::region() const {
@@ -75,7 +75,7 @@ std::shared_ptr<KRVNavRegion> KRVNavPoint::region() const {
 
 void KRVNavPoint::setRegion(const std::shared_ptr<KRVNavRegion>& region) {
   writeGuarded(this, region_, std::weak_ptr<KRVNavRegion>(region));
-  isWatched_.changed(graphChanges().points);
+  noteChange(isWatched_, &GraphChanges::points);
 }
 
 std::vector<std::shared_ptr<KRVNavEdge>> KRVNavPoint::neighbourEdges() const {

@@ -16,7 +16,7 @@ KRVNavRegion::KRVNavRegion(std::int64_t level)
 }
 
 // Its points belong to no region from now on, and nobody sets that.
-KRVNavRegion::~KRVNavRegion() { isWatched_.changed(graphChanges().regions); }
+KRVNavRegion::~KRVNavRegion() { noteChange(isWatched_, &GraphChanges::regions); }
 
 void KRVNavRegion::setNodes(Nodes nodes) { nodes_ = std::move(nodes); }
 
@@ -28,7 +28,7 @@ std::shared_ptr<KRVNavGraph> KRVNavRegion::graph() const {
 
 void KRVNavRegion::setGraph(const std::shared_ptr<KRVNavGraph>& graph) {
   writeGuarded(this, graph_, std::weak_ptr<KRVNavGraph>(graph));
-  isWatched_.changed(graphChanges().regions);
+  noteChange(isWatched_, &GraphChanges::regions);
 }
 
 void KRVNavRegion::addNode(const std::shared_ptr<KRVNavPoint>& point) {

@@ -18,23 +18,32 @@ namespace {
 bool belongsTo(const KRVNavGraph& graph, const KRVNavPoint& point) {
   const std::shared_ptr<KRVNavRegion> region = point.region();
   if (!region) return false;
-  GraphAccess::watch(*region);
+  GraphAccess::watch(*region, graph);
   return region->graph().get() == &graph;
+}
+
+// A form that `make(interruption)` makes, or null when it was interrupted.
+template <class Form, class Make>
+std::shared_ptr<const Form> formUnlessInterrupted(const Derived& derived, RevisionStamp stamp,
+                                                  Interruption& interruption, const Make& make) {
+  const auto whole = [&] {
+    std::shared_ptr<const Form> form = make();
+    return interruption.seen() ? nullptr : form;
+  };
+  return derived.get<Form>(stamp, whole, [&] { return interruption.now(); });
 }
 
 }  // namespace
 
-GraphStructure::GraphStructure(const KRVNavGraph& graph)
-    : isOrdinary_(addNodes(graph) && addEdges(graph)) {
-  if (isOrdinary_) sortByIdentifier();
-}
+GraphStructure::GraphStructure(const KRVNavGraph& graph, Interruption& interruption)
+    : isOrdinary_(addNodes(graph, interruption) && addEdges(graph, interruption)) {}
 
-bool GraphStructure::addNodes(const KRVNavGraph& graph) {
+bool GraphStructure::addNodes(const KRVNavGraph& graph, Interruption& interruption) {
   if (graph.nodes().size() >= std::numeric_limits<std::uint32_t>::max()) return false;
   points_.reserve(graph.nodes().size());
   for (const auto& [number, point] : graph.nodes()) {
-    if (!point) return false;
-    GraphAccess::watch(*point);
+    if (!point || interruption.now()) return false;
+    GraphAccess::watch(*point, graph);
     if (point->identifier() != number || point->identifierNumber() != number) return false;
     if (!belongsTo(graph, *point)) return false;
     GraphAccess::setPlace(*point, static_cast<std::uint32_t>(points_.size()));
@@ -43,11 +52,11 @@ bool GraphStructure::addNodes(const KRVNavGraph& graph) {
   return true;
 }
 
-bool GraphStructure::addEdges(const KRVNavGraph& graph) {
+bool GraphStructure::addEdges(const KRVNavGraph& graph, Interruption& interruption) {
   firstEdge_.reserve(points_.size() + 1);
   firstEdge_.push_back(0);
   for (const auto& point : points_) {
-    if (!addRow(graph, *point)) return false;
+    if (interruption.now() || !addRow(graph, *point)) return false;
     firstEdge_.push_back(static_cast<std::uint32_t>(target_.size()));
   }
   return true;
@@ -58,7 +67,7 @@ bool GraphStructure::addRow(const KRVNavGraph& graph, const KRVNavPoint& point) 
   if (!row) return true;
   for (const auto& [number, edge] : *row) {
     if (!edge) continue;
-    GraphAccess::watch(*edge);
+    GraphAccess::watch(*edge, graph);
     const std::shared_ptr<KRVNavPoint> end = edge->end();
     const auto node = end ? nodeOf(*end) : std::nullopt;
     if (!node || target_.size() == std::numeric_limits<std::uint32_t>::max()) return false;
@@ -68,7 +77,8 @@ bool GraphStructure::addRow(const KRVNavGraph& graph, const KRVNavPoint& point) 
   return true;
 }
 
-void GraphStructure::sortByIdentifier() {
+// Few ask for other points than the nodes themselves, and sorting takes as long as all the rest.
+void GraphStructure::sortByIdentifier() const {
   byIdentifier_.resize(points_.size());
   for (std::uint32_t node = 0; node < byIdentifier_.size(); ++node) byIdentifier_[node] = node;
   std::sort(byIdentifier_.begin(), byIdentifier_.end(), [this](std::uint32_t a, std::uint32_t b) {
@@ -86,6 +96,7 @@ std::optional<std::uint32_t> GraphStructure::equalNode(const KRVNavPoint& point)
   if (const auto node = nodeOf(point)) return node;
   const std::int64_t identifier = point.identifier();
   if (identifier < 0) return std::nullopt;
+  std::call_once(sorted_, [this] { sortByIdentifier(); });
   const auto found = std::lower_bound(byIdentifier_.begin(), byIdentifier_.end(), identifier,
                                       [this](std::uint32_t node, std::int64_t wanted) {
                                         return points_[node]->identifier() < wanted;
@@ -98,41 +109,46 @@ std::optional<std::uint32_t> GraphStructure::equalNode(const KRVNavPoint& point)
 
 std::size_t GraphStructure::bytes() const {
   return sizeof *this + points_.capacity() * sizeof points_[0] +
-         (byIdentifier_.capacity() + firstEdge_.capacity() + target_.capacity()) *
-             sizeof(std::uint32_t) +
+         (points_.size() + firstEdge_.capacity() + target_.capacity()) * sizeof(std::uint32_t) +
          edges_.capacity() * sizeof(void*);
 }
 
-std::shared_ptr<const CompiledGraph> CompiledGraph::of(const KRVNavGraph& graph) {
+std::shared_ptr<const CompiledGraph> CompiledGraph::of(const KRVNavGraph& graph,
+                                                       const std::atomic<bool>& interrupted) {
+  Interruption interruption(interrupted);
   const RevisionStamp structureStamp = GraphAccess::structureStamp(graph);
   const RevisionStamp costStamp = GraphAccess::costStamp(graph);
   const Derived& derived = GraphAccess::derivedOf(graph);
-  auto structure = derived.get<GraphStructure>(
-      structureStamp, [&] { return std::make_shared<const GraphStructure>(graph); });
+  auto structure = formUnlessInterrupted<GraphStructure>(
+      derived, structureStamp, interruption,
+      [&] { return std::make_shared<const GraphStructure>(graph, interruption); });
+  if (!structure) return nullptr;
   auto history =
       derived.get<SearchHistory>(0, [] { return std::make_shared<const SearchHistory>(); });
-  return derived.get<CompiledGraph>(costStamp, [&] {
-    return std::make_shared<const CompiledGraph>(std::move(structure), std::move(history));
+  return formUnlessInterrupted<CompiledGraph>(derived, costStamp, interruption, [&] {
+    return std::make_shared<const CompiledGraph>(std::move(structure), std::move(history),
+                                                 interruption);
   });
 }
 
 CompiledGraph::CompiledGraph(std::shared_ptr<const GraphStructure> structure,
-                             std::shared_ptr<const SearchHistory> history)
+                             std::shared_ptr<const SearchHistory> history,
+                             Interruption& interruption)
     : structure_(std::move(structure)),
-      isOrdinary_(structure_->isOrdinary() && readCosts()),
+      isOrdinary_(structure_->isOrdinary() && readCosts(interruption)),
       arrays_(isOrdinary_
                   ? SearchGraph{structure_->firstEdge(), structure_->target(), cost_, barrierFree_}
                   : SearchGraph()),
       history_(std::move(history)),
       search_(arrays_, *history_) {}
 
-bool CompiledGraph::readCosts() {
+bool CompiledGraph::readCosts(Interruption& interruption) {
   const auto& edges = structure_->edges();
   cost_.reserve(edges.size());
   barrierFree_.reserve(edges.size());
   for (const KRVNavEdge* edge : edges) {
     const double cost = edge->multiplicator() * edge->distance();
-    if (!(cost >= 0)) return false;
+    if (!(cost >= 0) || interruption.now()) return false;
     totalCost_ += cost;
     cost_.push_back(cost);
     barrierFree_.push_back(edge->isBarrierFree() ? 1 : 0);

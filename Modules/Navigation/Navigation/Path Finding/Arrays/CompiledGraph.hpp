@@ -20,12 +20,15 @@
 //
 // Cost of making one: about a microsecond a node. Memory: below 40 bytes a node and 13 an edge.
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <vector>
 
+#include "Navigation/Path Finding/Arrays/Interruption.hpp"
 #include "Navigation/Path Finding/Arrays/PathSearch.hpp"
 #include "Navigation/Path Finding/Arrays/SearchGraph.hpp"
 
@@ -38,14 +41,16 @@ class KRVNavPoint;
 // Which nodes there are and which edges join them; what an edge costs is left open.
 class GraphStructure {
  public:
-  explicit GraphStructure(const KRVNavGraph& graph);
+  // Of no use when the interruption is seen.
+  GraphStructure(const KRVNavGraph& graph, Interruption& interruption);
 
   bool isOrdinary() const { return isOrdinary_; }
 
   // The number of that very object; absent when it is none of the graph's nodes.
   std::optional<std::uint32_t> nodeOf(const KRVNavPoint& point) const;
 
-  // The number of the node that equals the point; absent when none does.
+  // The number of the node that equals the point; absent when none does. The first question about a
+  // point that is no node itself has the nodes sorted.
   std::optional<std::uint32_t> equalNode(const KRVNavPoint& point) const;
 
   const std::vector<std::shared_ptr<KRVNavPoint>>& points() const { return points_; }
@@ -58,13 +63,14 @@ class GraphStructure {
   std::size_t bytes() const;
 
  private:
-  bool addNodes(const KRVNavGraph& graph);
-  bool addEdges(const KRVNavGraph& graph);
+  bool addNodes(const KRVNavGraph& graph, Interruption& interruption);
+  bool addEdges(const KRVNavGraph& graph, Interruption& interruption);
   bool addRow(const KRVNavGraph& graph, const KRVNavPoint& point);
-  void sortByIdentifier();
+  void sortByIdentifier() const;
 
   std::vector<std::shared_ptr<KRVNavPoint>> points_;
-  std::vector<std::uint32_t> byIdentifier_;  // nodes, ascending by their points' identifiers
+  mutable std::once_flag sorted_;
+  mutable std::vector<std::uint32_t> byIdentifier_;  // nodes, ascending, once somebody asked
   std::vector<std::uint32_t> firstEdge_;
   std::vector<std::uint32_t> target_;
   std::vector<const KRVNavEdge*> edges_;
@@ -73,12 +79,15 @@ class GraphStructure {
 
 class CompiledGraph {
  public:
-  // The form of the graph as it is now.
-  static std::shared_ptr<const CompiledGraph> of(const KRVNavGraph& graph);
+  // The form of the graph as it is now. When it has to be made, or is being made by somebody else,
+  // and the flag is set meanwhile, there is none: null. What was begun is dropped.
+  static std::shared_ptr<const CompiledGraph> of(
+      const KRVNavGraph& graph, const std::atomic<bool>& interrupted = kNeverInterrupted);
 
-  // Reads the costs of the structure's edges, whose graph must be unchanged.
+  // Reads the costs of the structure's edges, whose graph must be unchanged. Of no use when the
+  // interruption is seen.
   CompiledGraph(std::shared_ptr<const GraphStructure> structure,
-                std::shared_ptr<const SearchHistory> history);
+                std::shared_ptr<const SearchHistory> history, Interruption& interruption);
 
   bool isOrdinary() const { return isOrdinary_; }
 
@@ -95,7 +104,7 @@ class CompiledGraph {
   std::size_t bytes() const;
 
  private:
-  bool readCosts();
+  bool readCosts(Interruption& interruption);
 
   std::shared_ptr<const GraphStructure> structure_;
   std::vector<double> cost_;

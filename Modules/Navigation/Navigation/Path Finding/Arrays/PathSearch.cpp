@@ -54,15 +54,24 @@ const RoutingHierarchy* PathSearch::hierarchyFor(const SearchQuery& query) const
   Prepared& prepared = prepared_[query.barrierFree ? 1 : 0];
   const int searches = prepared.searches.fetch_add(1, std::memory_order_relaxed);
   if (const auto* ready = prepared.ready.load(std::memory_order_acquire)) return ready;
-  if (searches >= history_.patience()) make(prepared, query.barrierFree);
+  if (searches >= history_.patience()) make(prepared, query);
   return prepared.ready.load(std::memory_order_acquire);
 }
 
 // A hierarchy that does not help is kept as well, so that it is not made again; it costs nothing.
-void PathSearch::make(Prepared& prepared, bool barrierFree) const {
+// One that was interrupted is made from the beginning later, but not by the next search: who gives
+// his searches less time than it takes would never get an answer.
+void PathSearch::make(Prepared& prepared, const SearchQuery& query) const {
   const std::unique_lock lock(making_, std::try_to_lock);
   if (!lock.owns_lock() || prepared.hierarchy) return;
-  prepared.hierarchy = std::make_unique<const RoutingHierarchy>(graph_, barrierFree, mostHubs());
+  auto hierarchy = std::make_unique<const RoutingHierarchy>(graph_, query.barrierFree, mostHubs(),
+                                                            query.interrupted);
+  if (hierarchy->wasInterrupted()) {
+    history_.dropped(0);
+    prepared.searches.store(0, std::memory_order_relaxed);
+    return;
+  }
+  prepared.hierarchy = std::move(hierarchy);
   prepared.searches.store(0, std::memory_order_relaxed);
   prepared.ready.store(prepared.hierarchy.get(), std::memory_order_release);
 }

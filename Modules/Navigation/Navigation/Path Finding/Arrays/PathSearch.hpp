@@ -10,7 +10,8 @@
 //
 // Making the hierarchy costs as much as a few searches. A host that changes costs often would pay
 // that each time for nothing, so the graph remembers: whenever a hierarchy was dropped before it
-// had paid, the next one waits for twice as many searches.
+// had paid, the next one waits for twice as many searches. So it does when the search that it was
+// made for was interrupted meanwhile, which leaves nothing of it.
 //
 //   const PathSearch search(graph, history);
 //   if (const auto path = search.find({starts, targets, barrierFree, interrupted})) use(*path);
@@ -74,7 +75,7 @@ class PathSearch {
   };
 
   const RoutingHierarchy* hierarchyFor(const SearchQuery& query) const;
-  void make(Prepared& prepared, bool barrierFree) const;
+  void make(Prepared& prepared, const SearchQuery& query) const;
   std::size_t mostHubs() const;
 
   const SearchGraph& graph_;

@@ -13,23 +13,26 @@ namespace KorvaniNavigation {
 
 namespace {
 
-/// The graph whose edges a search from the point follows, in arrays; null where it has none.
-std::shared_ptr<const CompiledGraph> compiledGraphAround(const KRVNavPoint& point) {
+/// The graph whose edges a search from the point follows, in arrays; null where it has none, and
+/// when it was to be made and that was interrupted.
+std::shared_ptr<const CompiledGraph> compiledGraphAround(const KRVNavPoint& point,
+                                                         const std::atomic<bool>& interrupted) {
   const auto region = point.region();
   const auto graph = region ? region->graph() : nullptr;
   if (!graph) return nullptr;
-  auto compiled = CompiledGraph::of(*graph);
-  return compiled->isOrdinary() ? std::move(compiled) : nullptr;
+  auto compiled = CompiledGraph::of(*graph, interrupted);
+  return compiled && compiled->isOrdinary() ? std::move(compiled) : nullptr;
 }
 
 }  // namespace
 
 std::unique_ptr<ArraySearch> ArraySearch::prepare(const Points& starts,
                                                   const std::vector<double>& distances,
-                                                  const Points& destinations, bool barrierFree) {
+                                                  const Points& destinations, bool barrierFree,
+                                                  const std::atomic<bool>& interrupted) {
   if (starts.empty()) return nullptr;
   auto search = std::make_unique<ArraySearch>();
-  search->compiled = compiledGraphAround(*starts.front());
+  search->compiled = compiledGraphAround(*starts.front(), interrupted);
   if (!search->compiled) return nullptr;
   search->barrierFree = barrierFree;
   const GraphStructure& structure = search->compiled->structure();

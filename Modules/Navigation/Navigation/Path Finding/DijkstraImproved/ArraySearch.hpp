@@ -22,10 +22,12 @@ struct ArraySearch {
   using Points = std::vector<std::shared_ptr<KRVNavPoint>>;
 
   // The search that a finder is asked for; null when it must be made object by object: when the
-  // graph is not ordinary, when a start is no node of it, and when a distance is none.
+  // graph is not ordinary, when a start is no node of it, and when a distance is none. Null as well
+  // when it was interrupted, as if that had come before the search: the other one gives up at once.
   static std::unique_ptr<ArraySearch> prepare(const Points& starts,
                                               const std::vector<double>& distances,
-                                              const Points& destinations, bool barrierFree);
+                                              const Points& destinations, bool barrierFree,
+                                              const std::atomic<bool>& interrupted);
 
   void run(const std::atomic<bool>& interrupted);
 

@@ -59,7 +59,8 @@ DijkstraImproved::Points DijkstraImproved::findPathInGraph(
 
 bool DijkstraImproved::searchInArrays(const Points& starts, const std::vector<double>& distances) {
   if (!labels_->isEmpty() || interrupted()) return false;
-  inArrays_ = ArraySearch::prepare(starts, distances, destinationNodes_, lookForBarrierFreeRoute_);
+  inArrays_ = ArraySearch::prepare(starts, distances, destinationNodes_, lookForBarrierFreeRoute_,
+                                   interrupted_);
   if (!inArrays_) return false;
   inArrays_->run(interrupted_);
   return true;

@@ -19,18 +19,22 @@
 #include <cstdint>
 #include <vector>
 
+#include "Navigation/Path Finding/Arrays/Interruption.hpp"
 #include "Navigation/Path Finding/Hierarchy/HierarchyArcs.hpp"
 
 namespace KorvaniNavigation {
 
 class HierarchyBuilder {
  public:
-  HierarchyBuilder(std::uint32_t placeCount, double margin);
+  /// @param interruption is read for each place; must outlive the object
+  HierarchyBuilder(std::uint32_t placeCount, double margin, Interruption& interruption);
 
   /// An edge of the graph; none from a place to itself.
   void addEdge(std::uint32_t from, std::uint32_t to, double cost);
 
-  /// Contracts. Once. Gives no places when there are so many ties that the hierarchy is of no use.
+  /// Contracts. Once. Gives no places when it is interrupted, and when the hierarchy is of no use:
+  /// when there are so many ties that it would leave most questions open, and when so much is left
+  /// uncontracted that a search without hierarchy is faster.
   /// @param rankOf receives the number that each place got
   HierarchyArcs build(std::vector<std::uint32_t>& rankOf);
 
@@ -59,11 +63,15 @@ class HierarchyBuilder {
   void bridge(std::uint32_t middle, std::size_t index);
   void findWitnesses(std::uint32_t from, double limit);
   bool witnessed(std::uint32_t to, double cost) const;
+  bool contractAll();
+  bool isInAGrid(std::uint32_t place) const;
+  bool coreIsTooLarge() const;
   void keepCore();
   void number(std::vector<std::uint32_t>& rankOf);
   void translate(std::vector<std::uint32_t>& rankOf);
 
   const double margin_;
+  Interruption& interruption_;
   std::vector<Row> rows_;
   std::vector<HierarchyArc> store_;
   std::vector<std::uint32_t> key_;

@@ -86,6 +86,14 @@ bool HierarchyPlaces::walkToTarget(std::span<const std::uint32_t> targets,
   return true;
 }
 
+double HierarchyPlaces::stepCost(std::uint32_t from, std::uint32_t to) const {
+  double least = std::numeric_limits<double>::infinity();
+  for (std::uint32_t edge = graph_.firstEdge[from]; edge != graph_.firstEdge[from + 1]; ++edge) {
+    if (graph_.target[edge] == to && usable(edge)) least = std::min(least, graph_.cost[edge]);
+  }
+  return least;
+}
+
 std::size_t HierarchyPlaces::memory() const {
   return (placeOf_.capacity() + next_.capacity() + only_.capacity()) * sizeof(std::uint32_t);
 }

@@ -42,6 +42,9 @@ class HierarchyPlaces {
   bool walkToTarget(std::span<const std::uint32_t> targets, std::span<const std::uint32_t> ignored,
                     FoundPath& path) const;
 
+  /// What the cheapest edge from one node to another costs; there must be one.
+  double stepCost(std::uint32_t from, std::uint32_t to) const;
+
   std::size_t memory() const;
 
  private:

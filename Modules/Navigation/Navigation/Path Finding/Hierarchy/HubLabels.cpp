@@ -13,10 +13,11 @@ class HubLabels::Builder {
       : arcs_(arcs), margin_(margin), labels_(labels), found_(arcs.placeCount()) {}
 
   // Gives up as soon as the lists are too long for the places seen so far and a few more.
-  bool run(std::size_t mostHubs) {
+  bool run(std::size_t mostHubs, Interruption& interruption) {
     const std::uint32_t count = arcs_.placeCount();
     labels_.ranges_.resize(count);
     for (std::uint32_t place = count; place > 0; --place) {
+      if (interruption.now()) return false;
       if (arcs_.row(place - 1).size() >= Hub::kMostArcs) return false;
       if (needsList(place - 1)) add(place - 1);
       const std::size_t seen = count - place + std::min(kMorePlaces, place);
@@ -117,11 +118,11 @@ class HubLabels::Builder {
 };
 
 std::optional<HubLabels> HubLabels::build(const HierarchyArcs& arcs, double margin,
-                                          std::size_t mostHubs) {
+                                          std::size_t mostHubs, Interruption& interruption) {
   const bool hasCore = arcs.coreBegin != arcs.placeCount();
   if (hasCore || arcs.placeCount() > Hub::kMostPlaces) return std::nullopt;
   HubLabels labels;
-  if (!Builder(arcs, margin, labels).run(mostHubs)) return std::nullopt;
+  if (!Builder(arcs, margin, labels).run(mostHubs, interruption)) return std::nullopt;
   labels.hubs_.shrink_to_fit();
   labels.costs_.shrink_to_fit();
   return labels;

@@ -23,6 +23,7 @@
 #include <span>
 #include <vector>
 
+#include "Navigation/Path Finding/Arrays/Interruption.hpp"
 #include "Navigation/Path Finding/Hierarchy/HierarchyArcs.hpp"
 
 namespace KorvaniNavigation {
@@ -46,9 +47,9 @@ class HubLabels {
   enum class Direction { forward, backward };
 
   /// Absent when the lists have more hubs than that for each place, and when the hierarchy is too
-  /// large or has a core.
+  /// large or has a core; and when it is interrupted.
   static std::optional<HubLabels> build(const HierarchyArcs& arcs, double margin,
-                                        std::size_t mostHubs);
+                                        std::size_t mostHubs, Interruption& interruption);
 
   /// Calls `visit(hub, cost, tie)` for the hubs above a place, those at the ends of its arcs
   /// included; for one hub several times where there is no list. `cost` and `tie` (Hub::kTied or 0)

@@ -1,7 +1,9 @@
 #include "Navigation/Path Finding/Hierarchy/RoutingHierarchy.hpp"
 
 #include <algorithm>
+#include <limits>
 #include <optional>
+#include <span>
 #include <utility>
 
 #include "Navigation/Path Finding/Arrays/ScratchPool.hpp"
@@ -12,6 +14,7 @@
 #include "Navigation/Path Finding/Hierarchy/HubLabels.hpp"
 #include "Navigation/Path Finding/Hierarchy/HubSearch.hpp"
 #include "Navigation/Path Finding/Hierarchy/RoundingBound.hpp"
+#include "Navigation/Path Finding/Hierarchy/StartWays.hpp"
 #include "Navigation/Path Finding/Hierarchy/ZeroLinks.hpp"
 
 namespace KorvaniNavigation {
@@ -21,6 +24,9 @@ namespace {
 // Edges that leave a place of several nodes cost so much more than the margin.
 constexpr double kLeastOfMargin = 4;
 
+// So many starts are compared with each other; a position has two at most.
+constexpr std::size_t kMostStartsCompared = 4;
+
 // Nodes of a way; saves making room again and again.
 constexpr std::size_t kUsualLength = 64;
 
@@ -29,10 +35,12 @@ bool isAmong(std::span<const std::uint32_t> nodes, std::uint32_t node) {
 }
 
 HierarchyArcs contracted(const SearchGraph& graph, bool barrierFree, const ZeroLinks& links,
-                         double margin, std::vector<std::uint32_t>& rankOf) {
-  HierarchyBuilder builder(links.placeCount(), margin);
+                         double margin, std::vector<std::uint32_t>& rankOf,
+                         Interruption& interruption) {
+  HierarchyBuilder builder(links.placeCount(), margin, interruption);
   const std::vector<std::uint32_t>& placeOf = links.placeOf();
   for (std::uint32_t node = 0; node < graph.nodeCount(); ++node) {
+    if (interruption.now()) return {};
     for (std::uint32_t edge = graph.firstEdge[node]; edge != graph.firstEdge[node + 1]; ++edge) {
       const std::uint32_t to = placeOf[graph.target[edge]];
       if (to == placeOf[node] || (barrierFree && graph.barrierFree[edge] == 0)) continue;
@@ -66,6 +74,7 @@ class RoutingHierarchy::Run {
         arcs_(hierarchy.built_->arcs),
         places_(hierarchy.built_->places),
         query_(query),
+        starts_(query.starts),
         scratch_(scratch) {}
 
   // Only a way to a target that is a start as well, and that it does not reach more cheaply than
@@ -103,22 +112,67 @@ class RoutingHierarchy::Run {
     return !dropped_.empty() && std::any_of(path.nodes.begin(), path.nodes.end(), passed);
   }
 
+  // What a search from some starts gives. Undecided is tied, or costs too much for the margin.
+  struct Attempt {
+    Answer answer;
+    double sum = 0;  // what the best way costs, as the hierarchy adds it up
+  };
+
   Answer findOnce() {
+    starts_ = query_.starts;
+    Attempt whole = attempt();
+    if (whole.answer.outcome != Outcome::undecided) return std::move(whole.answer);
+    return hierarchy_.bound_.holdsFor(whole.sum) ? findFromEachStart() : Answer{};
+  }
+
+  // The tie may be one between starts.
+  Answer findFromEachStart() {
+    const std::size_t count = query_.starts.size();
+    if (count < 2 || count > kMostStartsCompared) return {};
+    std::vector<StartWay> ways;
+    std::vector<double> tiedSums;
+    for (std::size_t i = 0; i < count; ++i) {
+      if (isListedBefore(query_.starts[i])) return {};
+      if (!leadsOn(query_.starts[i])) continue;
+      starts_ = query_.starts.subspan(i, 1);
+      Attempt one = attempt();
+      if (one.answer.outcome == Outcome::interrupted) return std::move(one.answer);
+      if (one.answer.outcome == Outcome::undecided) tiedSums.push_back(one.sum);
+      if (one.answer.outcome != Outcome::found) continue;
+      ways.push_back({i, query_.starts[i].distance, one.sum, std::move(one.answer.path)});
+    }
+    return chooseFrom(ways, tiedSums);
+  }
+
+  // Ways that cost more than the margin above the cheapest do not matter.
+  Answer chooseFrom(std::vector<StartWay>& ways, const std::vector<double>& tiedSums) const {
+    double most = std::numeric_limits<double>::infinity();
+    for (const StartWay& way : ways) most = std::min(most, way.sum + hierarchy_.bound_.margin());
+    const auto matters = [&](double sum) { return sum <= most; };
+    if (std::any_of(tiedSums.begin(), tiedSums.end(), matters)) return {};
+    const auto isTooDear = [&](const StartWay& way) { return !matters(way.sum); };
+    ways.erase(std::remove_if(ways.begin(), ways.end(), isTooDear), ways.end());
+    if (ways.empty()) return {};
+    const auto chosen = wayOfWaves(ways, places_);
+    return chosen ? Answer{Outcome::found, std::move(ways[*chosen].path)} : Answer{};
+  }
+
+  Attempt attempt() {
     const double margin = hierarchy_.bound_.margin();
     if (hierarchy_.built_->labels) {
       HubSearch search(arcs_, *hierarchy_.built_->labels, margin, scratch_.search);
-      if (!addEnds(search)) return {Outcome::interrupted, {}};
-      return answerOf(search);
+      if (!addEnds(search)) return {{Outcome::interrupted, {}}, 0};
+      return attemptOf(search);
     }
     HierarchySearch search(arcs_, margin, query_.interrupted, scratch_.search);
-    if (!addEnds(search) || !search.run()) return {Outcome::interrupted, {}};
-    return answerOf(search);
+    if (!addEnds(search) || !search.run()) return {{Outcome::interrupted, {}}, 0};
+    return attemptOf(search);
   }
 
   // False when it was interrupted. Two targets in the same place are one for the search.
   template <typename Search>
   bool addEnds(Search& search) {
-    for (const StartNode& start : query_.starts) {
+    for (const StartNode& start : starts_) {
       if (interrupted()) return false;
       if (leadsOn(start)) search.addStart(places_.placeOf(start.node), distanceOf(start.node));
     }
@@ -135,17 +189,20 @@ class RoutingHierarchy::Run {
   }
 
   template <typename Search>
-  Answer answerOf(const Search& search) {
-    if (!search.found()) return {Outcome::unreachable, {}};
-    if (search.tied() || !hierarchy_.bound_.holdsFor(search.cost())) return {};
+  Attempt attemptOf(const Search& search) {
+    if (!search.found()) return {{Outcome::unreachable, {}}, 0};
+    if (search.tied() || !hierarchy_.bound_.holdsFor(search.cost())) return {{}, search.cost()};
     search.gatherChain(scratch_.chain);
-    return spelledOut();
+    return {spelledOut(), search.cost()};
+  }
+
+  bool isListedBefore(const StartNode& start) const {
+    const auto same = [&](const StartNode& other) { return other.node == start.node; };
+    return &*std::find_if(query_.starts.begin(), query_.starts.end(), same) != &start;
   }
 
   bool leadsOn(const StartNode& start) const {
-    const auto same = [&](const StartNode& other) { return other.node == start.node; };
-    const auto first = std::find_if(query_.starts.begin(), query_.starts.end(), same);
-    return &*first == &start && !isAmong(query_.targets, start.node);
+    return !isListedBefore(start) && !isAmong(query_.targets, start.node);
   }
 
   Answer spelledOut() {
@@ -162,7 +219,7 @@ class RoutingHierarchy::Run {
 
   // The nearest start of the first place; two that are about as near would have been a tie.
   void beginAtStart(FoundPath& path) const {
-    for (const StartNode& start : query_.starts) {
+    for (const StartNode& start : starts_) {
       if (places_.placeOf(start.node) != scratch_.chain.front() || !leadsOn(start)) continue;
       const double distance = distanceOf(start.node);
       if (!path.nodes.empty() && !(distance < path.cost)) continue;
@@ -202,18 +259,29 @@ class RoutingHierarchy::Run {
   const HierarchyArcs& arcs_;
   const HierarchyPlaces& places_;
   const SearchQuery& query_;
+  std::span<const StartNode> starts_;  // those that are searched from
   Scratch& scratch_;
   std::vector<std::uint32_t> dropped_;  // targets
 };
 
-RoutingHierarchy::RoutingHierarchy(const SearchGraph& graph, bool barrierFree, std::size_t mostHubs)
+RoutingHierarchy::RoutingHierarchy(const SearchGraph& graph, bool barrierFree, std::size_t mostHubs,
+                                   const std::atomic<bool>& interrupted)
     : bound_(graph, barrierFree) {
-  const ZeroLinks links(graph, barrierFree, kLeastOfMargin * bound_.margin());
+  Interruption interruption(interrupted);
+  build(graph, barrierFree, mostHubs, interruption);
+  if (interruption.seen()) built_.reset();
+  wasInterrupted_ = interruption.seen();
+}
+
+void RoutingHierarchy::build(const SearchGraph& graph, bool barrierFree, std::size_t mostHubs,
+                             Interruption& interruption) {
+  const ZeroLinks links(graph, barrierFree, kLeastOfMargin * bound_.margin(), interruption);
+  if (interruption.seen()) return;
   std::vector<std::uint32_t> rankOf;
-  HierarchyArcs arcs = contracted(graph, barrierFree, links, bound_.margin(), rankOf);
+  HierarchyArcs arcs = contracted(graph, barrierFree, links, bound_.margin(), rankOf, interruption);
   if (arcs.placeCount() == 0) return;
   HierarchyPlaces places(graph, barrierFree, links, rankOf);
-  auto labels = HubLabels::build(arcs, bound_.margin(), mostHubs);
+  auto labels = HubLabels::build(arcs, bound_.margin(), mostHubs, interruption);
   built_ = std::make_unique<Built>(Built{std::move(arcs), std::move(places), std::move(labels)});
 }
 

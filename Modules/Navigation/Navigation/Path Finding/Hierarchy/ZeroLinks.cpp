@@ -13,7 +13,8 @@ constexpr std::uint32_t kNoPlace = std::numeric_limits<std::uint32_t>::max();
 
 }  // namespace
 
-ZeroLinks::ZeroLinks(const SearchGraph& graph, bool barrierFree, double least)
+ZeroLinks::ZeroLinks(const SearchGraph& graph, bool barrierFree, double least,
+                     Interruption& interruption)
     : graph_(graph), barrierFree_(barrierFree) {
   const std::uint32_t count = graph.nodeCount();
   group_.assign(count, 0);
@@ -21,6 +22,7 @@ ZeroLinks::ZeroLinks(const SearchGraph& graph, bool barrierFree, double least)
   std::iota(next_.begin(), next_.end(), 0U);
   std::vector<std::uint32_t> group;
   for (std::uint32_t node = 0; node < count; ++node) {
+    if (interruption.now()) return;
     if (group_[node] != 0) continue;
     gather(node, group);
     if (group.size() > 1 && joinable(group, least)) join(group);

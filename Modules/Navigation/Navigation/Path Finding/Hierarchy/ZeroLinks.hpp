@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "Navigation/Path Finding/Arrays/Interruption.hpp"
 #include "Navigation/Path Finding/Arrays/SearchGraph.hpp"
 
 namespace KorvaniNavigation {
@@ -22,7 +23,8 @@ class ZeroLinks {
  public:
   /// @param barrierFree look only at edges without barriers
   /// @param least edges that lead out of a place cost more than this
-  ZeroLinks(const SearchGraph& graph, bool barrierFree, double least);
+  /// @param interruption leaves the object of no use when it is seen
+  ZeroLinks(const SearchGraph& graph, bool barrierFree, double least, Interruption& interruption);
 
   std::uint32_t placeCount() const { return placeCount_; }
 
