@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "Navigation/Localisation/VisibleNodes.hpp"
+#include "Navigation/Localisation/VisibleNodesByBoxes.hpp"
 
 namespace KorvaniTest {
 namespace {
@@ -22,6 +23,7 @@ using KorvaniNavigation::MKMapPoint;
 using KorvaniNavigation::NodeTree;
 using KorvaniNavigation::segmentsMeet;
 using KorvaniNavigation::visibleNodes;
+using KorvaniNavigation::visibleNodesByBoxes;
 using KorvaniNavigation::WallEdge;
 using KorvaniNavigation::WallGrid;
 using KorvaniPlatform::MKCoordinateForMapPoint;
@@ -30,21 +32,23 @@ using KorvaniPlatform::MKMapPointForCoordinate;
 using Places = std::vector<CLLocationCoordinate2D>;
 
 struct SightWorld {
-  std::uint32_t seed;
+  std::uint32_t seed = 0;
   CLLocationCoordinate2D corner;
-  int power;  // the size in degrees, as a power of ten
-  int steps;  // nothing stands but on so many coordinates each way; 0 for anywhere
-  int nodeCount;
-  int wallCount;
-  int roomCount;  // closed polygons; the first of them is around most positions
-  int roomCorners;
+  int power = 0;  // the size in degrees, as a power of ten
+  int steps = 0;  // nothing stands but on so many coordinates each way; 0 for anywhere
+  int nodeCount = 0;
+  int wallCount = 0;
+  int roomCount = 0;  // closed polygons; the first of them is around most positions
+  int roomCorners = 0;
+  bool hasFarNode = false;  // one so far away that all others share a few cells
 };
 
 std::ostream& operator<<(std::ostream& out, const SightWorld& world) {
   return out << "world " << world.seed << " at " << world.corner.latitude << ","
              << world.corner.longitude << " size 1e" << world.power << " steps " << world.steps
              << " nodes " << world.nodeCount << " walls " << world.wallCount << " rooms "
-             << world.roomCount << " of " << world.roomCorners;
+             << world.roomCount << " of " << world.roomCorners
+             << (world.hasFarNode ? " and a far node" : "");
 }
 
 SightWorld anySightWorld(int mostNodes) {
@@ -60,6 +64,7 @@ SightWorld anySightWorld(int mostNodes) {
   world.wallCount = *rc::gen::element(0, 0, 2, 30);
   world.roomCount = *rc::gen::element(0, 1, 1, 4);
   world.roomCorners = *rc::gen::element(3, 4, 4, 6, 40);
+  world.hasFarNode = *rc::gen::element(false, false, true);
   return world;
 }
 
@@ -72,6 +77,7 @@ class SightSource {
     for (int i = 0; i < world_.roomCount; ++i) addRoom(i == 0 ? middle_ : place());
     viewpoint_ = nextPosition();
     for (int i = 0; i < world_.nodeCount; ++i) nodes_.push_back(node());
+    if (world_.hasFarNode) nodes_.push_back(beside(middle_, 1000));
   }
 
   const Places& nodes() const { return nodes_; }
@@ -241,7 +247,8 @@ int assertSameSights(const SightWorld& world, int positions) {
   for (int i = 0; i < positions; ++i) {
     const auto position = i == 0 ? source.viewpoint() : source.nextPosition();
     const auto expected = plainlyVisible(source.nodes(), edges, position);
-    if (visibleNodes(tree, walls, position) != expected) {
+    if (visibleNodes(tree, walls, position) != expected ||
+        visibleNodesByBoxes(tree, walls, position) != expected) {
       RC_LOG() << world << ", position " << i << "\n";
       RC_FAIL("not the nodes of the plain way");
     }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 #include <vector>
 
@@ -132,7 +133,22 @@ TEST(NodeTree, ManyNodesMayShareAPlace) {
   EXPECT_EQ(tree.boxes().back().distanceFrom({48, 11}), 0);
 }
 
-TEST(NodeTree, HoldsLessThanEightyBytesANode) {
+TEST(NodeTree, KeepsTheNodesOfItsBoxesByCellsAsWell) {
+  const NodeTree tree({{kNotANumber, 11}, {48, 11}, {48.00001, 11.00001}});
+  std::vector<std::uint32_t> found;
+  tree.cells().around({48, 11}, 1, [&](const auto* entry, const auto* last) {
+    for (; entry != last; ++entry) {
+      found.push_back(entry->index);
+      EXPECT_EQ(tree.nodes()[entry->place].index, entry->index);
+      EXPECT_EQ(tree.nodes()[entry->place].point, entry->point);
+    }
+    return true;
+  });
+  std::sort(found.begin(), found.end());
+  EXPECT_EQ(found, (std::vector<std::uint32_t>{1, 2}));
+}
+
+TEST(NodeTree, HoldsLessThanAHundredBytesANode) {
   const auto places = field(100, 100);
-  EXPECT_LT(NodeTree(places).bytes(), 80 * places.size());
+  EXPECT_LT(NodeTree(places).bytes(), 100 * places.size());
 }

@@ -91,9 +91,14 @@ TEST(WallShadows, TwoWallsHideWhatIsBehindTheirCornerButForASliver) {
   ASSERT_EQ(slivers.size(), 1u);
   EXPECT_NEAR(slivers[0].direction.x, slivers[0].direction.y, 1e-12);
   EXPECT_NEAR(slivers[0].direction.x * slivers[0].reach, 10, 1e-4);
-  EXPECT_TRUE(shadows.reachesInto(slivers[0], {25, 25}, {25, 25}));
-  EXPECT_FALSE(shadows.reachesInto(slivers[0], {25, 25.001}, {25, 25.001}));
-  EXPECT_FALSE(shadows.reachesInto(slivers[0], {-25, -25}, {-25, -25}));
+  const auto ray = shadows.rayOf(slivers[0]);
+  EXPECT_TRUE(ray.reaches({25, 25}));
+  EXPECT_FALSE(ray.reaches({25, 25.001}));
+  EXPECT_FALSE(ray.reaches({-25, -25}));
+  EXPECT_TRUE(ray.reachesInto({20, 20}, {30, 30}));
+  EXPECT_TRUE(ray.reachesInto({24, 26}, {26, 28}));
+  EXPECT_FALSE(ray.reachesInto({24, 26.001}, {26, 28}));
+  EXPECT_FALSE(ray.reachesInto({-30, -30}, {-20, -20}));
   EXPECT_FALSE(shadows.hides({25, 25}));
   EXPECT_TRUE(shadows.hides({25, 25.001}));
 }
@@ -102,23 +107,31 @@ TEST(WallShadows, AWallBehindACornerIsTheLidOfItsSliver) {
   auto shadows = shadowsFrom({0, 0}, {{{10, 0}, {10, 10}}, {{10, 10}, {0, 10}}});
   std::vector<WallShadows::Sliver> slivers;
   ASSERT_TRUE(shadows.hidesButForSlivers({20, 20}, {30, 30}, slivers));
-  const auto lid = shadows.lidOf(slivers[0], {{10, 20}, {20, 10}});
-  ASSERT_TRUE(lid);
-  EXPECT_TRUE(shadows.isBehind(*lid, {15.1, 15.1}, {15.1, 15.1}));
-  EXPECT_TRUE(shadows.isBehind(*lid, {16, 16}, {40, 40}));
-  EXPECT_FALSE(shadows.isBehind(*lid, {14.9, 14.9}, {14.9, 14.9}));
-  EXPECT_FALSE(shadows.isBehind(*lid, {14, 14}, {40, 40}));
+  const auto ray = shadows.rayUpTo({{10, 20}, {20, 10}}, slivers[0]);
+  ASSERT_TRUE(ray);
+  EXPECT_GE(ray->direction().x * ray->length(), 15.0);
+  EXPECT_LE(ray->direction().x * ray->length(), 15.1);
+  EXPECT_TRUE(ray->reachesInto({14, 14}, {40, 40}));
+  EXPECT_FALSE(ray->reachesInto({16, 16}, {40, 40}));
 }
 
 TEST(WallShadows, AWallThatEndsInASliverOrBesideItIsNoLid) {
   auto shadows = shadowsFrom({0, 0}, {{{10, 0}, {10, 10}}, {{10, 10}, {0, 10}}});
   std::vector<WallShadows::Sliver> slivers;
   ASSERT_TRUE(shadows.hidesButForSlivers({20, 20}, {30, 30}, slivers));
-  EXPECT_FALSE(shadows.lidOf(slivers[0], {{15, 15}, {20, 10}}));
-  EXPECT_FALSE(shadows.lidOf(slivers[0], {{10, 20}, {15, 15}}));
-  EXPECT_FALSE(shadows.lidOf(slivers[0], {{16, 15}, {20, 10}}));
-  EXPECT_FALSE(shadows.lidOf(slivers[0], {{12, 12}, {20, 20}}));
-  EXPECT_FALSE(shadows.lidOf(slivers[0], {{-10, -20}, {-20, -10}}));
+  EXPECT_FALSE(shadows.rayUpTo({{15, 15}, {20, 10}}, slivers[0]));
+  EXPECT_FALSE(shadows.rayUpTo({{10, 20}, {15, 15}}, slivers[0]));
+  EXPECT_FALSE(shadows.rayUpTo({{16, 15}, {20, 10}}, slivers[0]));
+  EXPECT_FALSE(shadows.rayUpTo({{12, 12}, {20, 20}}, slivers[0]));
+  EXPECT_FALSE(shadows.rayUpTo({{-10, -20}, {-20, -10}}, slivers[0]));
+}
+
+TEST(WallShadows, AWallAlongASliverIsNoLid) {
+  auto shadows = shadowsFrom({0, 0}, {{{10, 0}, {10, 10}}, {{10, 10}, {0, 10}}});
+  std::vector<WallShadows::Sliver> slivers;
+  ASSERT_TRUE(shadows.hidesButForSlivers({20, 20}, {30, 30}, slivers));
+  EXPECT_TRUE(shadows.rayUpTo({{20, 19}, {30, 31}}, slivers[0]));
+  EXPECT_FALSE(shadows.rayUpTo({{20, 19.999}, {30, 30.001}}, slivers[0]));
 }
 
 TEST(WallShadows, NamesEachSliverOnce) {
@@ -152,7 +165,7 @@ TEST(WallShadows, AClosedRoomHidesEveryAreaAroundIt) {
       const MKMapPoint behind{0.1 + (wall.from.x - 0.1) * 5, 0.2 + (wall.from.y - 0.2) * 5};
       EXPECT_EQ(std::count_if(slivers.begin(), slivers.end(),
                               [&](const WallShadows::Sliver& sliver) {
-                                return shadows.reachesInto(sliver, behind, behind);
+                                return shadows.rayOf(sliver).reaches(behind);
                               }),
                 1)
           << behind.x << "," << behind.y;

@@ -67,7 +67,8 @@ bool NodeTree::isOrdinary(CLLocationCoordinate2D coordinate) {
          std::abs(coordinate.longitude) <= kFarthestDegrees;
 }
 
-NodeTree::NodeTree(const std::vector<CLLocationCoordinate2D>& coordinates) {
+NodeTree::NodeTree(const std::vector<CLLocationCoordinate2D>& coordinates)
+    : cells_(std::vector<NodeCells::Entry>()) {
   nodes_.reserve(coordinates.size());
   for (const CLLocationCoordinate2D coordinate : coordinates) {
     const auto index = static_cast<std::uint32_t>(nodes_.size());
@@ -78,6 +79,12 @@ NodeTree::NodeTree(const std::vector<CLLocationCoordinate2D>& coordinates) {
   countInBoxes_ = static_cast<std::uint32_t>(others - nodes_.begin());
   sortIntoBoxes(0, countInBoxes_);
   makeLeaves();
+  std::vector<NodeCells::Entry> entries;
+  entries.reserve(countInBoxes_);
+  for (std::uint32_t i = 0; i < countInBoxes_; ++i) {
+    entries.push_back({nodes_[i].coordinate, nodes_[i].point, nodes_[i].index, i});
+  }
+  cells_ = NodeCells(entries);
 }
 
 // Parts the nodes at the middle of their longer side, again and again. A box of any kind is then a
@@ -128,7 +135,8 @@ void NodeTree::makeBoxesAbove(std::uint32_t first, std::uint32_t last) {
 }
 
 std::size_t NodeTree::bytes() const {
-  return sizeof *this + nodes_.capacity() * sizeof(Node) + boxes_.capacity() * sizeof(Box);
+  return sizeof *this + nodes_.capacity() * sizeof(Node) + boxes_.capacity() * sizeof(Box) +
+         cells_.bytes();
 }
 
 }  // namespace KorvaniNavigation

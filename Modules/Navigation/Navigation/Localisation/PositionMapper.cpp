@@ -85,15 +85,16 @@ std::shared_ptr<Intersection> PositionMapper::intersect(const KRVNavPoint& point
 
 std::vector<ClosestNode> PositionMapper::findClosestNodes(
     const KRVNavRegion& region, const KRVNavPoint& navigationPoint) const {
-  std::vector<ClosestNode> closest;
-  if (!obstacleDetector_) return closest;
-  const CLLocationCoordinate2D position = navigationPoint.coordinate();
-  const auto nodes = RegionNodes::of(region);
-  for (const auto& node : nodes->visibleFrom(position, *obstacleDetector_)) {
-    closest.push_back({node, greatCircleDistance(node->coordinate(), position)});
+  if (!obstacleDetector_) return {};
+  auto closest =
+      RegionNodes::of(region)->visibleFrom(navigationPoint.coordinate(), *obstacleDetector_);
+  const auto isNearer = [](const ClosestNode& a, const ClosestNode& b) {
+    return nearer(a.distance, b.distance);
+  };
+  // Mostly they are in this order already, and to sort takes an allocation.
+  if (!std::is_sorted(closest.begin(), closest.end(), isNearer)) {
+    std::stable_sort(closest.begin(), closest.end(), isNearer);
   }
-  std::stable_sort(closest.begin(), closest.end(),
-                   [](const auto& a, const auto& b) { return nearer(a.distance, b.distance); });
   return closest;
 }
 

@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "Navigation/Localisation/ClosestNode.hpp"
 #include "Navigation/Localisation/Intersection.hpp"
 #include "Navigation/Names.hpp"
 
@@ -23,12 +24,6 @@ class RegionFinder;
 /// The region finder of a configuration. Fatal error when the configuration is gone. Defined
 /// with the configuration bundles, which lie above localisation.
 std::shared_ptr<RegionFinder> regionFinderOf(const std::weak_ptr<ConfigDependents>& configuration);
-
-/// A graph node near a position, with its distance from the position in metres.
-struct ClosestNode {
-  std::shared_ptr<KRVNavPoint> node;
-  double distance;
-};
 
 /// Maps positions onto the graph: the work of an `IntersectionTask`.
 ///

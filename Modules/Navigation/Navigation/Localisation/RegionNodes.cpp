@@ -46,45 +46,52 @@ std::shared_ptr<const RegionNodes> RegionNodes::of(const KRVNavRegion& region) {
   });
 }
 
-RegionNodes::RegionNodes(Points points)
-    : points_(std::move(points)), tree_(coordinatesOf(points_)) {}
+RegionNodes::RegionNodes(const Points& points) : tree_(coordinatesOf(points)) {
+  nodes_.reserve(points.size());
+  for (const auto& point : points) nodes_.push_back({point, SpherePlace(point->coordinate())});
+}
 
-RegionNodes::Points RegionNodes::visibleFrom(CLLocationCoordinate2D position,
-                                             const ObstacleDetector& detector) const {
-  const auto walls = Walls::of(detector.obstacles());
-  const WallGrid* grid = walls->gridNow(detector.obstacles());
+std::vector<ClosestNode> RegionNodes::visibleFrom(CLLocationCoordinate2D position,
+                                                  const ObstacleDetector& detector) const {
+  std::shared_ptr<const Walls> held;
+  const WallGrid* grid = detector.gridNow(held);
   if (!grid) return testedOneByOne(position, detector);
-  Points visible;
-  for (const std::uint32_t place : visibleNodes(tree_, *grid, position)) {
-    visible.push_back(points_[place]);
+  const auto indexes = visibleNodes(tree_, *grid, position);
+  const SpherePlace here(position);
+  std::vector<ClosestNode> visible;
+  visible.reserve(indexes.size());
+  for (const std::uint32_t index : indexes) {
+    const Placed& each = nodes_[index];
+    visible.push_back({each.node, greatCircleDistance(each.place, here)});
   }
   return visible;
 }
 
 /// The same by asking the detector about one node after the other. For walls among which there is
 /// one that cannot be tested: it is complained of by the first question that comes to it.
-RegionNodes::Points RegionNodes::testedOneByOne(CLLocationCoordinate2D position,
-                                                const ObstacleDetector& detector) const {
+std::vector<ClosestNode> RegionNodes::testedOneByOne(CLLocationCoordinate2D position,
+                                                     const ObstacleDetector& detector) const {
   std::vector<std::pair<double, const std::shared_ptr<KRVNavPoint>*>> byDistance;
-  byDistance.reserve(points_.size());
-  for (const auto& point : points_) {
-    byDistance.emplace_back(degreeDistance(position, point->coordinate()), &point);
+  byDistance.reserve(nodes_.size());
+  for (const auto& each : nodes_) {
+    byDistance.emplace_back(degreeDistance(position, each.node->coordinate()), &each.node);
   }
   std::stable_sort(byDistance.begin(), byDistance.end(),
                    [](const auto& a, const auto& b) { return comesBefore(a.first, b.first); });
-  Points visible;
+  std::vector<ClosestNode> visible;
   double nearest = std::numeric_limits<double>::max();
   for (const auto& [distance, point] : byDistance) {
     if (!visible.empty() && distance > kVisibleNodeReach * nearest) continue;
     if (detector.isAnyBarrierInBetween(position, (*point)->coordinate())) continue;
     nearest = std::min(nearest, distance);
-    visible.push_back(*point);
+    visible.push_back(
+        {*point, KorvaniPlatform::greatCircleDistance((*point)->coordinate(), position)});
   }
   return visible;
 }
 
 std::size_t RegionNodes::bytes() const {
-  return sizeof *this + points_.capacity() * sizeof points_[0] + tree_.bytes();
+  return sizeof *this + nodes_.capacity() * sizeof nodes_[0] + tree_.bytes();
 }
 
 }  // namespace KorvaniNavigation

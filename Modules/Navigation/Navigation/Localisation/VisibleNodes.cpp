@@ -1,206 +1,122 @@
 #include "Navigation/Localisation/VisibleNodes.hpp"
 
 #include <algorithm>
-#include <cmath>
+#include <array>
 #include <limits>
 #include <optional>
-
-#include "Navigation/Localisation/WallShadows.hpp"
+#include <utility>
 
 namespace KorvaniNavigation {
 
 namespace {
 
-// Most positions see a node before so many boxes are open. Up to then, to ask for shadows costs
-// more than they save: up to a tenth of the time of such a search.
-constexpr std::uint32_t kFewBoxes = 16;
-// After so many boxes a search is taken for one that sees little, and sees to slivers one by one
-// so that it can pass over areas that they run through.
-constexpr std::uint32_t kPatience = 32;
+// How far is looked first, and at most, in sides of a cell: first as far as about seven nodes are.
+// Found by measurement.
+constexpr double kFirstReach = 1.5;
+constexpr double kLastReach = 8.0;
 
-// Where a wall behind a corner is looked for, as a multiple of the corner's distance.
-constexpr double kLongestWayToLid = 20.0;
-
-// One walk outwards from a position.
-class VisibleNodeSearch {
+// One look at the nodes close to a position, which nearly always suffices.
+class NearbySearch {
  public:
-  VisibleNodeSearch(const NodeTree& tree, const WallGrid& walls, CLLocationCoordinate2D position)
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): candidates_ holds count_ of them
+  NearbySearch(const NodeTree& tree, const WallGrid& walls, CLLocationCoordinate2D position)
       : tree_(tree),
         walls_(walls),
         position_(position),
-        viewpoint_(KorvaniPlatform::MKMapPointForCoordinate(position)),
-        shadows_(viewpoint_) {}
+        viewpoint_(KorvaniPlatform::MKMapPointForCoordinate(position)) {}
 
-  std::vector<std::uint32_t> run();
+  // Absent when it would take long: far from all nodes, amid too many, or where walls stand close
+  // around.
+  std::optional<std::vector<std::uint32_t>> run();
 
  private:
-  // A box, or a node whose box is open. Of equal distances boxes come first, for they may hold a
-  // node of that distance that was inserted earlier.
   struct Candidate {
     double distance;
-    std::uint32_t rank;  // 0 for a box, 1 more than its index for a node
-    std::uint32_t place;
+    const NodeCells::Entry* node;
 
-    bool operator<(const Candidate& other) const {  // for heaps, whose greatest comes first
-      return distance > other.distance || (distance == other.distance && rank > other.rank);
+    bool operator<(const Candidate& other) const {
+      return distance < other.distance ||
+             (distance == other.distance && node->index < other.node->index);
     }
   };
 
-  // A sliver that is seen to, with what closes it, if anything does. Nodes nearer than `distance`
-  // were looked at, or passed over when their own slivers were seen to.
-  struct OpenSliver {
-    WallShadows::Sliver sliver;
-    std::optional<WallShadows::Shadow> lid;
-    double distance = 0;
-  };
-
+  static constexpr std::size_t kMostCandidates = 48;
   static constexpr double kNone = std::numeric_limits<double>::max();
 
-  bool isBeyondReach(double distance) const {
-    return best_ != kNone && distance > kVisibleNodeReach * best_;
-  }
-
-  void put(Candidate candidate);
-  void putNode(std::uint32_t place);
-  void begin();
-  void open(const Candidate& candidate);
-  bool passesOver(const NodeTree::Box& box, double distance);
-  std::optional<WallShadows::Shadow> lidOf(const WallShadows::Sliver& sliver) const;
-  void putNodesIn(const OpenSliver& open, std::uint32_t box);
-  void lookAt(const Candidate& candidate);
+  bool gather(double inner, double outer);
+  void lookAtAll();
+  bool isHidden(MKMapPoint point);
 
   const NodeTree& tree_;
   const WallGrid& walls_;
   CLLocationCoordinate2D position_;
   MKMapPoint viewpoint_;
-  WallShadows shadows_;
-  std::vector<Candidate> heap_;
-  std::vector<Candidate> unknown_;  // nodes of a distance that is no number
-  std::vector<WallShadows::Sliver> slivers_;
-  std::vector<std::uint32_t> visible_;
+  std::array<Candidate, kMostCandidates> candidates_;
+  std::size_t count_ = 0;
+  const WallGrid::Piece* lastWall_ = nullptr;
   double best_ = kNone;
-  std::uint32_t openedCount_ = 0;
-  std::uint32_t lastRank_ = 0;
-  bool usesBoxes_ = false;
+  std::vector<std::uint32_t> visible_;
 };
 
-void VisibleNodeSearch::put(Candidate candidate) {
-  if (isBeyondReach(candidate.distance)) return;
-  heap_.push_back(candidate);
-  std::push_heap(heap_.begin(), heap_.end());
-}
-
-void VisibleNodeSearch::putNode(std::uint32_t place) {
-  const NodeTree::Node& node = tree_.nodes()[place];
-  const Candidate candidate{degreeDistance(position_, node.coordinate), node.index + 1, place};
-  if (std::isnan(candidate.distance)) {
-    unknown_.push_back(candidate);
-  } else {
-    put(candidate);
+std::optional<std::vector<std::uint32_t>> NearbySearch::run() {
+  if (!NodeTree::isOrdinary(position_) || tree_.countInBoxes() != tree_.nodes().size()) {
+    return std::nullopt;
   }
-}
-
-void VisibleNodeSearch::begin() {
-  usesBoxes_ = NodeTree::isOrdinary(position_) && !tree_.boxes().empty();
-  heap_.reserve(256);
-  if (usesBoxes_) put({0, 0, static_cast<std::uint32_t>(tree_.boxes().size() - 1)});
-  const auto count = static_cast<std::uint32_t>(tree_.nodes().size());
-  for (std::uint32_t i = usesBoxes_ ? tree_.countInBoxes() : 0; i < count; ++i) putNode(i);
-  std::sort(unknown_.begin(), unknown_.end(),
-            [](const Candidate& a, const Candidate& b) { return a.rank < b.rank; });
-}
-
-std::vector<std::uint32_t> VisibleNodeSearch::run() {
-  begin();
-  while (!heap_.empty()) {
-    const Candidate candidate = heap_.front();
-    if (isBeyondReach(candidate.distance)) break;
-    std::pop_heap(heap_.begin(), heap_.end());
-    heap_.pop_back();
-    if (candidate.rank == 0) {
-      open(candidate);
-    } else {
-      lookAt(candidate);
-    }
-  }
-  for (const Candidate& candidate : unknown_) lookAt(candidate);
-  return std::move(visible_);
-}
-
-void VisibleNodeSearch::open(const Candidate& candidate) {
-  const NodeTree::Box& box = tree_.boxes()[candidate.place];
-  if (passesOver(box, candidate.distance)) return;
-  const bool isLeaf = tree_.isLeaf(candidate.place);
-  for (std::uint32_t i = box.first; i < box.first + box.count; ++i) {
-    if (!isLeaf) {
-      put({tree_.boxes()[i].distanceFrom(position_), 0, i});
-    } else if (openedCount_ <= kFewBoxes || !shadows_.hides(tree_.nodes()[i].point)) {
-      putNode(i);
-    }
-  }
-}
-
-bool VisibleNodeSearch::passesOver(const NodeTree::Box& box, double distance) {
-  if (++openedCount_ <= kFewBoxes) return false;
-  if (openedCount_ <= kPatience) return shadows_.hides(box.low, box.high);
-  slivers_.clear();
-  if (!shadows_.hidesButForSlivers(box.low, box.high, slivers_)) return false;
-  const auto all = static_cast<std::uint32_t>(tree_.boxes().size() - 1);
-  for (const auto& sliver : slivers_) putNodesIn({sliver, lidOf(sliver), distance}, all);
-  return true;
-}
-
-// Behind a corner another wall is mostly near, so that few nodes lie in its sliver before that.
-std::optional<WallShadows::Shadow> VisibleNodeSearch::lidOf(
-    const WallShadows::Sliver& sliver) const {
-  const MKMapPoint ray = sliver.direction;
-  const auto at = [&](double reach) {
-    return MKMapPoint{viewpoint_.x + ray.x * reach, viewpoint_.y + ray.y * reach};
-  };
-  for (const double step : {1.001, 1.1, 1.5}) {
-    const WallGrid::Piece* wall =
-        walls_.firstMet(at(step * sliver.reach), at(kLongestWayToLid * sliver.reach));
-    if (wall == nullptr) break;
-    if (const auto lid = shadows_.lidOf(sliver, *wall)) return lid;
+  const double farthest = kLastReach * tree_.cells().side();
+  double inner = -1;
+  double outer = kFirstReach * tree_.cells().side();
+  while (outer <= farthest) {
+    if (!gather(inner, outer)) return std::nullopt;
+    lookAtAll();
+    if (kVisibleNodeReach * best_ <= outer) return std::move(visible_);
+    inner = outer;
+    outer = best_ == kNone ? 2 * outer : kVisibleNodeReach * best_;
   }
   return std::nullopt;
 }
 
-// Some of these are put a second time when their box is opened. Such twins follow each other.
-void VisibleNodeSearch::putNodesIn(const OpenSliver& open, std::uint32_t box) {
-  const NodeTree::Box& area = tree_.boxes()[box];
-  if (!shadows_.reachesInto(open.sliver, area.low, area.high)) return;
-  if (open.lid && shadows_.isBehind(*open.lid, area.low, area.high)) return;
-  for (std::uint32_t i = area.first; i < area.first + area.count; ++i) {
-    if (!tree_.isLeaf(box)) {
-      putNodesIn(open, i);
-      continue;
+// Whether a node is in reach is hard to foresee, so no branch depends on it.
+bool NearbySearch::gather(double inner, double outer) {
+  count_ = 0;
+  bool fits = true;
+  tree_.cells().around(position_, outer, [&](const auto* entry, const auto* last) {
+    fits = static_cast<std::size_t>(last - entry) <= kMostCandidates - count_;
+    if (!fits) return false;
+    for (; entry != last; ++entry) {
+      const double distance = degreeDistance(position_, entry->coordinate);
+      candidates_[count_] = {distance, entry};
+      count_ += static_cast<std::size_t>((distance > inner) & (distance <= outer));
     }
-    const NodeTree::Node& node = tree_.nodes()[i];
-    if (!shadows_.reachesInto(open.sliver, node.point, node.point)) continue;
-    if (degreeDistance(position_, node.coordinate) >= open.distance) putNode(i);
+    return true;
+  });
+  std::sort(candidates_.begin(), candidates_.begin() + static_cast<std::ptrdiff_t>(count_));
+  return fits;
+}
+
+void NearbySearch::lookAtAll() {
+  for (std::size_t i = 0; i < count_; ++i) {
+    const auto& [distance, node] = candidates_[i];
+    if (best_ != kNone && distance > kVisibleNodeReach * best_) return;
+    if (isHidden(node->point)) continue;
+    best_ = std::min(best_, distance);
+    visible_.push_back(node->index);
   }
 }
 
-void VisibleNodeSearch::lookAt(const Candidate& candidate) {
-  if (candidate.rank == lastRank_) return;
-  lastRank_ = candidate.rank;
-  const MKMapPoint point = tree_.nodes()[candidate.place].point;
-  const bool mayBeInShadow = usesBoxes_ && candidate.place < tree_.countInBoxes();
-  if (mayBeInShadow && shadows_.hides(point)) return;
-  if (const WallGrid::Piece* wall = walls_.firstMet(viewpoint_, point)) {
-    if (mayBeInShadow) shadows_.add(*wall);
-    return;
-  }
-  best_ = std::min(best_, candidate.distance);
-  visible_.push_back(candidate.rank - 1);
+bool NearbySearch::isHidden(MKMapPoint point) {
+  if (lastWall_ && segmentsMeet(viewpoint_, point, lastWall_->from, lastWall_->to)) return true;
+  const WallGrid::Piece* wall = walls_.firstMet(viewpoint_, point);
+  if (wall == nullptr) return false;
+  lastWall_ = wall;
+  return true;
 }
 
 }  // namespace
 
 std::vector<std::uint32_t> visibleNodes(const NodeTree& nodes, const WallGrid& walls,
                                         CLLocationCoordinate2D position) {
-  return VisibleNodeSearch(nodes, walls, position).run();
+  auto visible = NearbySearch(nodes, walls, position).run();
+  return visible ? std::move(*visible) : visibleNodesByBoxes(nodes, walls, position);
 }
 
 }  // namespace KorvaniNavigation

@@ -142,7 +142,13 @@ void WallShadows::insert(const Shadow& shadow) {
   auto last = first;
   replacement_.clear();
   const auto put = [this](const Shadow& whole, double start, double end) {
-    if (end - start > kSliver) replacement_.push_back({start, end, whole.along, whole.limit});
+    if (end - start <= kSliver) return;
+    Shadow part = whole;
+    part.startIsGathered = whole.startIsGathered && start == whole.start;
+    part.endIsGathered = whole.endIsGathered && end == whole.end;
+    part.start = start;
+    part.end = end;
+    replacement_.push_back(part);
   };
   double start = shadow.start;
   Shadow tail = shadow;
@@ -200,28 +206,35 @@ bool WallShadows::isBesideOwnWall(const View& view) const {
          4.0 * kClear * extent.reach() * size;
 }
 
+void WallShadows::noteEnd(Shadow& shadow, bool isStart) {
+  hasEnds_ = true;
+  const End end{&shadow, isStart};
+  if (!end.isGathered()) ends_.push_back(end);
+}
+
 bool WallShadows::covers(double start, double end, const View& view) {
   auto shadow = std::upper_bound(
       shadows_.begin(), shadows_.end(), start,
       [](double direction, const Shadow& other) { return direction < other.start; });
   if (shadow == shadows_.begin()) return false;
   --shadow;
-  if (start - shadow->start < 2.0 * kSliver) ends_.push_back({shadow->start, &*shadow});
+  if (start - shadow->start < 2.0 * kSliver) noteEnd(*shadow, true);
   while (isBehind(*shadow, view)) {
     if (shadow->end - end >= 2.0 * kSliver) return true;
-    ends_.push_back({shadow->end, &*shadow});
+    noteEnd(*shadow, false);
     if (shadow->end >= end) return true;
     const double reached = shadow->end;
     ++shadow;
     if (shadow == shadows_.end() || shadow->start - reached > kSliver) return false;
-    ends_.push_back({shadow->start, &*shadow});
+    noteEnd(*shadow, true);
   }
   return false;
 }
 
-// Leaves in `ends_` the directions whose slivers reach into the view.
+// Leaves in `ends_` the ends whose slivers reach into the view.
 bool WallShadows::isHidden(MKMapPoint low, MKMapPoint high) {
   ends_.clear();
+  hasEnds_ = false;
   if (shadows_.empty() && !isOnWall_) return false;
   const View view = viewOf(low, high);
   const bool isAround = view.low.x <= 0 && view.high.x >= 0 && view.low.y <= 0 && view.high.y >= 0;
@@ -234,14 +247,15 @@ bool WallShadows::isHidden(MKMapPoint low, MKMapPoint high) {
 bool WallShadows::hides(MKMapPoint point) { return hides(point, point); }
 
 bool WallShadows::hides(MKMapPoint low, MKMapPoint high) {
-  return isHidden(low, high) && ends_.empty();
+  return isHidden(low, high) && !hasEnds_;
 }
 
 bool WallShadows::hidesButForSlivers(MKMapPoint low, MKMapPoint high,
                                      std::vector<Sliver>& slivers) {
   if (!isHidden(low, high)) return false;
   for (const End& end : ends_) {
-    const double direction = end.direction < kTurn ? end.direction : end.direction - kTurn;
+    end.isGathered() = true;
+    const double direction = turnBetween(0, end.direction());
     const auto next = std::lower_bound(slivers_.begin(), slivers_.end(), direction - kSliver / 2);
     if (next != slivers_.end() && *next <= direction + kSliver / 2) continue;
     slivers_.insert(next, direction);
@@ -251,32 +265,30 @@ bool WallShadows::hidesButForSlivers(MKMapPoint low, MKMapPoint high,
 }
 
 WallShadows::Sliver WallShadows::sliverOf(const End& end) {
-  const MKMapPoint direction = towards(end.direction);
+  const MKMapPoint direction = towards(end.direction());
   return {direction, end.shadow->limit / crossProduct(direction, end.shadow->along)};
 }
 
-bool WallShadows::reachesInto(const Sliver& sliver, MKMapPoint low, MKMapPoint high) const {
-  const Extent extent(minus(low, viewpoint_), minus(high, viewpoint_));
-  const MKMapPoint& ray = sliver.direction;
-  const double beside = std::abs(crossProduct(extent.middle, ray)) - extent.spread(ray);
-  const double ahead = extent.middle.x * ray.x + extent.middle.y * ray.y +
-                       extent.half.x * std::abs(ray.x) + extent.half.y * std::abs(ray.y);
-  return ahead >= 0 && beside <= 4.0 * kSliver * extent.reach();
+WallShadows::Ray WallShadows::rayOf(const Sliver& sliver) const {
+  return {viewpoint_, sliver.direction, std::numeric_limits<double>::infinity()};
 }
 
-std::optional<WallShadows::Shadow> WallShadows::lidOf(const Sliver& sliver,
-                                                      const WallGrid::Piece& wall) const {
+std::optional<WallShadows::Ray> WallShadows::rayUpTo(const WallGrid::Piece& wall,
+                                                     const Sliver& sliver) const {
   constexpr double kInside = 16.0 * kSliver;
+  // Beyond a wall that is met so steeply, this much farther is well out of reach of the sliver's
+  // width and of rounding.
+  constexpr double kLeastSine = 1e-3;
+  constexpr double kBeyond = 1.001;
   const auto shadow = shadowOf(wall);
   if (!shadow) return std::nullopt;
-  const double place = turnBetween(shadow->start, directionOf(sliver.direction));
+  const MKMapPoint& ray = sliver.direction;
+  const double place = turnBetween(shadow->start, directionOf(ray));
   const double width = turnBetween(shadow->start, shadow->end);
   if (place < kInside || width - place < kInside) return std::nullopt;
-  return shadow;
-}
-
-bool WallShadows::isBehind(const Shadow& shadow, MKMapPoint low, MKMapPoint high) const {
-  return isBehind(shadow, View{minus(low, viewpoint_), minus(high, viewpoint_), 0, 0});
+  const double turn = crossProduct(ray, shadow->along);
+  if (turn < kLeastSine * lengthOf(ray) * lengthOf(shadow->along)) return std::nullopt;
+  return Ray(viewpoint_, ray, kBeyond * shadow->limit / turn);
 }
 
 }  // namespace KorvaniNavigation

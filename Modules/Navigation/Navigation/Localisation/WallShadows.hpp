@@ -22,6 +22,8 @@
 // A few comparisons a question; a wall that is added takes its place among those it overlaps. One
 // thread at a time.
 
+#include <cmath>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -45,12 +47,62 @@ class WallShadows {
     double end = 0;  // less than `start` when the direction of x lies between
     MKMapPoint along;
     double limit = 0;
+    // Whether the sliver of an end was gathered.
+    bool startIsGathered = false;
+    bool endIsGathered = false;
   };
 
   // The direction of a wall's end, and how many times as far as `direction` that end is.
   struct Sliver {
     MKMapPoint direction;
     double reach = 0;
+  };
+
+  // The part of a sliver that may hold nodes to see to: from the viewpoint on, up to `length` times
+  // as far as `direction`.
+  class Ray {
+   public:
+    Ray(MKMapPoint viewpoint, MKMapPoint direction, double length)
+        : viewpoint_(viewpoint),
+          direction_(direction),
+          absolute_{std::abs(direction.x), std::abs(direction.y)},
+          length_(length),
+          farthest_(length * (direction.x * direction.x + direction.y * direction.y)) {}
+
+    // Whether a rectangle may hold a point of it; true for every one that does.
+    bool reachesInto(MKMapPoint low, MKMapPoint high) const {
+      const double x = (low.x + high.x) / 2 - viewpoint_.x;
+      const double y = (low.y + high.y) / 2 - viewpoint_.y;
+      const double width = (high.x - low.x) / 2;
+      const double height = (high.y - low.y) / 2;
+      const double beside = std::abs(x * direction_.y - y * direction_.x) -
+                            (width * absolute_.y + height * absolute_.x);
+      const double ahead = x * direction_.x + y * direction_.y;
+      const double spread = width * absolute_.x + height * absolute_.y;
+      const double size = std::abs(x) + std::abs(y) + width + height;
+      return (beside <= kTolerance * size) & (ahead + spread >= 0) & (ahead - spread <= farthest_);
+    }
+
+    // The same for a point.
+    bool reaches(MKMapPoint point) const {
+      const double x = point.x - viewpoint_.x;
+      const double y = point.y - viewpoint_.y;
+      const double beside = std::abs(x * direction_.y - y * direction_.x);
+      return (beside <= kTolerance * (std::abs(x) + std::abs(y))) &
+             (x * direction_.x + y * direction_.y >= 0);
+    }
+
+    MKMapPoint direction() const { return direction_; }
+    double length() const { return length_; }
+
+   private:
+    static constexpr double kTolerance = 4.0 * kSliver;
+
+    MKMapPoint viewpoint_;
+    MKMapPoint direction_;
+    MKMapPoint absolute_;
+    double length_;
+    double farthest_;
   };
 
   explicit WallShadows(MKMapPoint viewpoint) : viewpoint_(viewpoint) {}
@@ -68,15 +120,11 @@ class WallShadows {
   // that it reaches into are added to `slivers`, unless an earlier call has done so.
   bool hidesButForSlivers(MKMapPoint low, MKMapPoint high, std::vector<Sliver>& slivers);
 
-  // Whether a rectangle may hold a point of a sliver; true for every one that does.
-  bool reachesInto(const Sliver& sliver, MKMapPoint low, MKMapPoint high) const;
+  // The ray of a sliver, without end.
+  Ray rayOf(const Sliver& sliver) const;
 
-  // The shadow of a wall that hides all points of a sliver beyond it; absent if it does not.
-  std::optional<Shadow> lidOf(const Sliver& sliver, const WallGrid::Piece& wall) const;
-
-  // Whether a rectangle is so far behind a wall's line that the wall hides what is in its
-  // directions.
-  bool isBehind(const Shadow& shadow, MKMapPoint low, MKMapPoint high) const;
+  // The ray of a sliver up to where that wall hides all points of it; absent if it does not.
+  std::optional<Ray> rayUpTo(const WallGrid::Piece& wall, const Sliver& sliver) const;
 
  private:
   // A rectangle as seen from the viewpoint: corners relative to it, and the directions it covers.
@@ -87,10 +135,13 @@ class WallShadows {
     double end = 0;  // less than `start` when the direction of x lies between
   };
 
-  // An end of a shadow.
+  // An end of a shadow whose sliver was not gathered yet.
   struct End {
-    double direction = 0;
-    const Shadow* shadow = nullptr;
+    Shadow* shadow = nullptr;
+    bool isStart = false;
+
+    double direction() const { return isStart ? shadow->start : shadow->end; }
+    bool& isGathered() const { return isStart ? shadow->startIsGathered : shadow->endIsGathered; }
   };
 
   static double directionOf(MKMapPoint vector);
@@ -106,11 +157,13 @@ class WallShadows {
   bool isHidden(MKMapPoint low, MKMapPoint high);
   bool isBesideOwnWall(const View& view) const;
   bool covers(double start, double end, const View& view);
+  void noteEnd(Shadow& shadow, bool isStart);
 
   MKMapPoint viewpoint_;
   std::vector<Shadow> shadows_;  // by direction; they do not overlap
   std::vector<double> slivers_;  // directions gathered, ascending
-  std::vector<End> ends_;        // those of walls that matter to the last question
+  std::vector<End> ends_;        // those that matter to the last question
+  bool hasEnds_ = false;         // whether any do, gathered ones included
   std::vector<Shadow> replacement_;
   MKMapPoint ownWall_;  // along the wall that the viewpoint is on
   bool isOnWall_ = false;

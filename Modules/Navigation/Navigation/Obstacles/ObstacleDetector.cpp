@@ -33,9 +33,10 @@ const KRVNavObstacle& existing(const std::shared_ptr<KRVNavObstacle>& obstacle) 
 
 }  // namespace
 
-ObstacleDetector::ObstacleDetector(Obstacles obstacles,
+// NOLINTNEXTLINE(modernize-pass-by-value): a copy is shared, to move makes a list to leave behind
+ObstacleDetector::ObstacleDetector(const Obstacles& obstacles,
                                    std::weak_ptr<ConfigDependents> configDependents)
-    : obstacles_(std::move(obstacles)),
+    : obstacles_(obstacles),
       walls_(Walls::of(obstacles_)),
       configDependents_(std::move(configDependents)) {}
 
@@ -46,12 +47,22 @@ void ObstacleDetector::setObstacles(Obstacles obstacles) {
   walls_ = Walls::of(obstacles_);
 }
 
-/// The grid to ask, if there is one. `held` keeps it alive where the detector does not, because an
+/// The walls as they are now. `held` keeps them alive where the detector does not, because an
 /// obstacle has changed since it was made.
-const WallGrid* ObstacleDetector::grid(std::shared_ptr<const Walls>& held) const {
-  if (walls_->isCurrent()) return walls_->grid(obstacles_);
+const Walls& ObstacleDetector::walls(std::shared_ptr<const Walls>& held) const {
+  if (walls_->isCurrent()) return *walls_;
   held = Walls::of(obstacles_);
-  return held->grid(obstacles_);
+  return *held;
+}
+
+/// The grid to ask, if there is one.
+const WallGrid* ObstacleDetector::grid(std::shared_ptr<const Walls>& held) const {
+  return walls(held).grid(obstacles_);
+}
+
+/// The same for who has many questions.
+const WallGrid* ObstacleDetector::gridNow(std::shared_ptr<const Walls>& held) const {
+  return walls(held).gridNow(obstacles_);
 }
 
 bool ObstacleDetector::isAnyBarrierInBetween(CLLocationCoordinate2D coordinateA,

@@ -11,6 +11,7 @@ namespace KorvaniNavigation {
 
 class ConfigDependents;
 class KRVNavObstacle;
+class RegionNodes;
 class WallGrid;
 class Walls;
 
@@ -42,7 +43,7 @@ class KORVANI_API ObstacleDetector {
 
   /// A detector over `obstacles`, made for the bundle `configDependents`, which it does not
   /// keep alive.
-  ObstacleDetector(Obstacles obstacles, std::weak_ptr<ConfigDependents> configDependents);
+  ObstacleDetector(const Obstacles& obstacles, std::weak_ptr<ConfigDependents> configDependents);
   ~ObstacleDetector();
   ObstacleDetector(const ObstacleDetector&) = default;
   ObstacleDetector& operator=(const ObstacleDetector&) = default;
@@ -69,7 +70,11 @@ class KORVANI_API ObstacleDetector {
                           CLLocationCoordinate2D coordinateB) const;
 
  private:
+  friend class RegionNodes;
+
+  const Walls& walls(std::shared_ptr<const Walls>& held) const;
   const WallGrid* grid(std::shared_ptr<const Walls>& held) const;
+  const WallGrid* gridNow(std::shared_ptr<const Walls>& held) const;
 
   Obstacles obstacles_;
   std::shared_ptr<const Walls> walls_;

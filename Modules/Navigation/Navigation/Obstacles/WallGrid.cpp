@@ -30,22 +30,25 @@ static_assert(kStep >= 4.0 * WallGrid::kLeastSine);
 // three steps of direction, and single precision, make up a quarter of it.
 constexpr double kLineTolerance = 1e-6;
 
-// Whether the piece passes so clearly beside the line that s lies outside of 0 to 1, however the
+// Whether line and piece pass each other so clearly that r or s lies outside of 0 to 1, however the
 // formula rounds: the margin is far wider than a division's rounding. Most pieces near a line do,
 // and to see it takes one branch that is easy to foresee, and no division.
-bool passesBeside(MKMapPoint a, MKMapPoint b, const WallGrid::Piece& piece) {
+bool passEachOther(MKMapPoint a, MKMapPoint b, const WallGrid::Piece& piece) {
   constexpr double kClear = 1e-9;
-  const double x = b.x - a.x;
-  const double y = b.y - a.y;
-  const double denominator = x * (piece.to.y - piece.from.y) - y * (piece.to.x - piece.from.x);
-  const double numerator = y * (piece.from.x - a.x) - x * (piece.from.y - a.y);
-  const double size = std::abs(denominator);
-  const double along = std::copysign(1.0, denominator) * numerator;
-  return (along < -kClear * size) | (along > (1.0 + kClear) * size);
+  const MKMapPoint line{b.x - a.x, b.y - a.y};
+  const MKMapPoint wall{piece.to.x - piece.from.x, piece.to.y - piece.from.y};
+  const MKMapPoint between{piece.from.x - a.x, piece.from.y - a.y};
+  const double denominator = line.x * wall.y - line.y * wall.x;
+  const double sign = std::copysign(1.0, denominator);
+  const double alongLine = sign * (between.x * wall.y - between.y * wall.x);
+  const double alongWall = sign * (line.y * between.x - line.x * between.y);
+  const double low = -kClear * std::abs(denominator);
+  const double high = (1.0 + kClear) * std::abs(denominator);
+  return (alongWall < low) | (alongWall > high) | (alongLine < low) | (alongLine > high);
 }
 
 bool meets(MKMapPoint a, MKMapPoint b, const WallGrid::Piece& piece) {
-  return !passesBeside(a, b, piece) && segmentsMeet(a, b, piece.from, piece.to);
+  return !passEachOther(a, b, piece) && segmentsMeet(a, b, piece.from, piece.to);
 }
 
 bool isWithinReach(MKMapPoint point) {
@@ -159,8 +162,8 @@ void WallGrid::layOut() {
     for (std::size_t i = 0; i < ordinaryCount_; ++i) {
       const auto& [from, to] = pieces_[i];
       walk(placeOf(from), placeOf(to), kMargin * extentWith(from, to) * cellsAUnit_,
-           [&](std::size_t cell) {
-             visit(cell, static_cast<std::uint32_t>(i));
+           [&](std::size_t first, std::size_t last) {
+             for (; first <= last; ++first) visit(first, static_cast<std::uint32_t>(i));
              return false;
            });
     }
@@ -207,35 +210,31 @@ double WallGrid::extentWith(MKMapPoint a, MKMapPoint b) const {
   return std::max(width, height);
 }
 
-// Column by column for a line that is rather level, row by row for one that is rather steep: the
-// piece within a column then takes at most two cells, and the margin.
+// Row by row. The cells of a row follow each other, and so do the edges in them: where there are
+// none, a run of cells costs one comparison.
 template <class Visit>
 bool WallGrid::walk(Place a, Place b, double margin, Visit visit) const {
-  const bool level = std::abs(b.x - a.x) >= std::abs(b.y - a.y);
-  const double from = level ? a.x : a.y;
-  const double to = level ? b.x : b.y;
-  const double across = level ? a.y : a.x;
-  // Ends that are far from the grid may fall together: there the margin covers the whole line.
-  const double slope = to == from ? 0 : ((level ? b.y : b.x) - across) / (to - from);
-  const double low = std::min(from, to);
-  const double high = std::max(from, to);
-  const auto last = static_cast<double>((level ? columnCount_ : rowCount_) - 1);
-  const auto lastAcross = static_cast<double>((level ? rowCount_ : columnCount_) - 1);
-  if (high + margin < 0 || low - margin >= last + 1) return false;
-  const auto first = static_cast<std::int64_t>(std::clamp(low - margin, 0.0, last));
-  const auto final = static_cast<std::int64_t>(std::clamp(high + margin, 0.0, last));
-  const std::int64_t step = from <= to ? 1 : -1;
-  for (std::int64_t i = 0; i <= final - first; ++i) {
-    const std::int64_t slice = step > 0 ? first + i : final - i;
-    const double start = static_cast<double>(slice) - margin;
-    const double one = across + (std::clamp(start, low, high) - from) * slope;
-    const double other = across + (std::clamp(start + 1 + 2 * margin, low, high) - from) * slope;
-    const double bottom = std::min(one, other) - margin;
-    const double top = std::max(one, other) + margin;
-    if (top < 0 || bottom >= lastAcross + 1) continue;
-    const auto until = static_cast<std::int64_t>(std::min(top, lastAcross));
-    for (auto j = static_cast<std::int64_t>(std::max(bottom, 0.0)); j <= until; ++j) {
-      if (visit(level ? cellAt(slice, j) : cellAt(j, slice))) return true;
+  const auto [low, high] = a.y <= b.y ? std::pair(a, b) : std::pair(b, a);
+  const auto columns = static_cast<double>(columnCount_);
+  const auto rows = static_cast<double>(rowCount_);
+  if (std::max(a.x, b.x) + margin < 0 || std::min(a.x, b.x) - margin >= columns) return false;
+  if (high.y + margin < 0 || low.y - margin >= rows) return false;
+  // Where the two ends are less than the margin apart in y, each row takes in all of the line.
+  const double slope = high.y > low.y ? (high.x - low.x) / (high.y - low.y) : 0;
+  const auto first = static_cast<std::int64_t>(std::max(low.y - margin, 0.0));
+  const auto last = static_cast<std::int64_t>(std::min(high.y + margin, rows - 1));
+  for (std::int64_t i = 0; i <= last - first; ++i) {
+    const std::int64_t row = a.y <= b.y ? first + i : last - i;
+    const double bottom = static_cast<double>(row) - margin;
+    const double top = static_cast<double>(row + 1) + margin;
+    const double one = bottom <= low.y ? low.x : low.x + (bottom - low.y) * slope;
+    const double other = top >= high.y ? high.x : low.x + (top - low.y) * slope;
+    const double left = std::min(one, other) - margin;
+    const double right = std::max(one, other) + margin;
+    if (right < 0 || left >= columns) continue;
+    if (visit(cellAt(static_cast<std::int64_t>(std::max(left, 0.0)), row),
+              cellAt(static_cast<std::int64_t>(std::min(right, columns - 1)), row))) {
+      return true;
     }
   }
   return false;
@@ -278,13 +277,15 @@ bool WallGrid::candidates(MKMapPoint a, MKMapPoint b, Visit visit) const {
     }
     return false;
   }
-  const auto inCell = [&](std::size_t cell) {
-    for (std::uint32_t i = cells_[cell]; i < cells_[cell + 1]; ++i) {
-      if (visit(inCells_[i])) return true;
+  const auto inRun = [&](std::size_t first, std::size_t last) {
+    const std::uint32_t start = cells_[first];
+    const std::uint32_t end = cells_[last + 1];
+    for (std::uint32_t i = start; i < end; ++i) {
+      if (visit(inCells_[a.x <= b.x ? i : start + (end - 1 - i)])) return true;
     }
     return false;
   };
-  return walk(placeOf(a), placeOf(b), margin, inCell) || onLine(a, b, extent, visit);
+  return walk(placeOf(a), placeOf(b), margin, inRun) || onLine(a, b, extent, visit);
 }
 
 const WallGrid::Piece* WallGrid::firstMet(MKMapPoint a, MKMapPoint b) const {

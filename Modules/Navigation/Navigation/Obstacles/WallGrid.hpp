@@ -110,8 +110,8 @@ class WallGrid {
   void markDirection(std::int32_t direction);
   bool hasDirectionNear(std::int32_t direction) const;
 
-  // Calls `visit(cell)` for every cell within `margin` cells of the line, from `a` on, until it
-  // returns true.
+  // Calls `visit(first, last)` with runs of cells of one row, until it returns true. The runs hold
+  // every cell within `margin` cells of the line, and come from the row of `a` on.
   template <class Visit>
   bool walk(Place a, Place b, double margin, Visit visit) const;
 
