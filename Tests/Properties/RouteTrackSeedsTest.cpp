@@ -183,6 +183,19 @@ class RouteTrackSeeds : public FacadeFixture {
     instructionCount += actual.size();
   }
 
+  /// Moves a point of the way a little, or to another level.
+  static void moveAPoint(const Route& route, SeededNumbers& numbers) {
+    const auto& point =
+        route.points()[numbers.below(static_cast<std::uint32_t>(route.points().size()))];
+    const CLLocationCoordinate2D place = point->coordinate();
+    if (numbers.chance(0.2)) {
+      point->setLevel(numbers.below(3));
+    } else {
+      point->setCoordinate({place.latitude + (numbers.unit() - 0.5) * 4e-5, place.longitude});
+    }
+    if (numbers.chance(0.3)) point->setLocation(KorvaniNavigation::CLLocation(place));
+  }
+
   /// One position: the place on the track, the rest of the way, what is said about it.
   void walkTo(Route& route, const PointPtr& position) {
     const RouteTrack track(route.remainingSteps());
@@ -211,9 +224,12 @@ TEST_F(RouteTrackSeeds, AgreeWithThePlainWaysAtEveryPosition) {
     SeededWalk walk(seed);
     navigation().provideGraph(walk.building());
     Route route = walk.route();
+    SeededNumbers moves(seed + 1);
     expectSameInstructions(route);
-    for (int i = 0; i < kPositions && !HasFailure(); ++i)
+    for (int i = 0; i < kPositions && !HasFailure(); ++i) {
       walkTo(route, walk.position(route.steps()));
+      if (moves.chance(0.2)) moveAPoint(route, moves);
+    }
   }
   // That the comparison is one: most positions are placed without a graph, and some cannot be.
   EXPECT_GT(placedCount, 2 * kWalks);

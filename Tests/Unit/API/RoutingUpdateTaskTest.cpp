@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <limits>
 #include <thread>
 
 #include "Support/FacadeFixture.hpp"
@@ -51,6 +52,23 @@ TEST_F(RoutingUpdateTaskTest, SaysThatAPositionAfterTheArrivalIsDropped) {
   pump();
   ASSERT_TRUE(deliveries().back().finished);
   EXPECT_FALSE(last->updateStartPoint(at(9), [] { ADD_FAILURE() << "not taken"; }));
+}
+
+TEST_F(RoutingUpdateTaskTest, StandsPositionsThatAreNotOnEarth) {
+  provide(building.graph());
+  const auto task = guide(building.point("A"), {building.point("C")});
+  const double infinity = std::numeric_limits<double>::infinity();
+  const double nothing = std::numeric_limits<double>::quiet_NaN();
+  for (const CLLocationCoordinate2D place :
+       {CLLocationCoordinate2D{-200, infinity}, CLLocationCoordinate2D{nothing, nothing}}) {
+    EXPECT_TRUE(handle()->updateStartPoint(std::make_shared<KRVNavPoint>(place, 0)));
+    pump();
+    EXPECT_FALSE(deliveries().back().finished);
+  }
+  EXPECT_TRUE(handle()->updateStartPoint(at(3)));
+  pump();
+  ASSERT_TRUE(lastRoute());
+  EXPECT_EQ(lastRoute()->steps().back().end()->identifier(), building.point("C")->identifier());
 }
 
 TEST_F(RoutingUpdateTaskTest, TellsOfATakenPositionBeforeAnythingIsDoneWithIt) {

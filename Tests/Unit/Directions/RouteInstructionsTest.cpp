@@ -76,5 +76,13 @@ TEST_F(RouteInstructionsTest, AreMadeAnewOnceAPointHasMoved) {
   EXPECT_EQ(after[2].arrow()->level, 7);
 }
 
+TEST_F(RouteInstructionsTest, DoNotMindAPlaceThatIsPassedAndHasNoLevel) {
+  points[0]->setLocation(
+      KorvaniNavigation::CLLocation({0, 0}, 1e300, 0, 0, points[0]->location().timestamp()));
+  const auto left = whole.after(1, Step(at(0, 0.00015), points[2], 5.0));
+  EXPECT_EQ(typesOf(RouteInstructions::of(*left)),
+            (Types{DirectionsType::left, DirectionsType::right, DirectionsType::destination}));
+}
+
 }  // namespace
 }  // namespace KorvaniTest

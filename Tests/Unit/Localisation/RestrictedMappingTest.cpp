@@ -91,6 +91,18 @@ TEST_F(MappingOntoANode, MakesNoDetourTest) {
   EXPECT_TRUE(isOnEdge(map(building.position(3, 4), node), node, east));
 }
 
+TEST_F(MappingOntoANode, HoldsTheWallsOfThePositionsRegionOnceAFootIsFoundThoughNoneIsNearer) {
+  const auto node = building.node(0, 0);
+  building.join(node, building.node(0, 10));
+  building.wall(-5, -5, -5, 5);
+  open();
+  mapper.setObstacleDetector(std::make_shared<ObstacleDetector>(
+      std::vector<std::shared_ptr<KorvaniNavigation::KRVNavObstacle>>{}, bundle()));
+  const auto place = mapper.intersect(*building.position(0, 0), node);
+  ASSERT_TRUE(isNode(place, node));
+  EXPECT_EQ(mapper.obstacleDetector()->obstacles().size(), 1U);
+}
+
 TEST_F(MappingOntoANode, LeavesOutEdgesToOtherLevels) {
   const auto node = building.node(0, 0, 0);
   building.join(node, building.node(0, 10, 1));

@@ -4,6 +4,7 @@
 
 #include <limits>
 
+#include "Navigation/Graph/GraphAccess.hpp"
 #include "Navigation/Localisation/EdgeIntersection.hpp"
 #include "Navigation/Routing/RemainingSteps.hpp"
 #include "Navigation/Routing/Route.hpp"
@@ -140,6 +141,19 @@ TEST_F(RouteTrackTest, IsOfThePointsAsTheyAreWhenItIsMade) {
   const auto position = building.position(12, 20);
   EXPECT_EQ(before.place(*position, bundle())->node->coordinate(), building.place(10, 20));
   EXPECT_NE(after.place(*position, bundle())->node->coordinate(), building.place(10, 20));
+}
+
+TEST_F(RouteTrackTest, LeavesTheHostsOwnPositionsUnwatchedAndSeesThemMoveAllTheSame) {
+  const auto person = building.position(0, 0);
+  const Route straight = routeOver({person, building.node(0, 30)});
+  const RouteTrack before(straight.remainingSteps());
+  const auto stamp = KorvaniNavigation::GraphAccess::pointsStamp();
+  person->setCoordinate(building.place(0, 10));
+  EXPECT_EQ(KorvaniNavigation::GraphAccess::pointsStamp(), stamp);
+  const RouteTrack after(straight.remainingSteps());
+  const auto behind = building.position(0, -1);
+  EXPECT_EQ(before.place(*behind, bundle())->node->coordinate(), building.place(0, 0));
+  EXPECT_EQ(after.place(*behind, bundle())->node->coordinate(), building.place(0, 10));
 }
 
 }  // namespace

@@ -4,19 +4,18 @@
 #include <iterator>
 
 #include "Navigation/Directions/StraightRuns.hpp"
-#include "Navigation/Graph/GraphAccess.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
 #include "Navigation/Routing/RemainingSteps.hpp"
+#include "Navigation/Routing/RouteNotes.hpp"
 
 namespace KorvaniNavigation {
 
 namespace {
 
-void watchPoints(const std::vector<Step>& steps) {
-  for (const Step& step : steps) {
-    GraphAccess::watch(*step.start());
-    GraphAccess::watch(*step.end());
-  }
+bool allHaveLevels(const std::vector<Step>& steps) {
+  return std::all_of(steps.begin(), steps.end(), [](const Step& step) {
+    return hasLevel(step.start()->location()) && hasLevel(step.end()->location());
+  });
 }
 
 }  // namespace
@@ -39,13 +38,17 @@ RouteInstructions::RouteInstructions(const StepsView& steps) {
   appendDestination(run, all_);
 }
 
+/// Those of the whole route are made for their own sake only if that cannot stop the process for a
+/// place that the person has passed; otherwise they are none.
 std::vector<Directions> RouteInstructions::of(const RemainingSteps& left) {
-  const ComputedSteps& computed = *left.computed();
-  const auto whole =
-      computed.derived.get<RouteInstructions>(GraphAccess::pointsStamp(), [&computed] {
-        watchPoints(computed.steps);
-        return std::make_shared<const RouteInstructions>(StepsView(computed.steps));
-      });
+  ComputedSteps& computed = *left.computed();
+  const auto notes = RouteNotes::of(computed);
+  const auto whole = notes->derived().get<RouteInstructions>(0, [&computed] {
+    const std::vector<Step> none;
+    const bool isSafe = allHaveLevels(computed.steps);
+    return std::make_shared<const RouteInstructions>(StepsView(isSafe ? computed.steps : none));
+  });
+  if (whole->runs_.empty()) return RouteInstructions(left.view()).all();
   return left.isShortened() ? whole->forRest(left.view(), left.gone()) : whole->all();
 }
 

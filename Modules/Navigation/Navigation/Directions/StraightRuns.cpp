@@ -19,15 +19,11 @@ namespace {
 constexpr double kSharpTurnDegrees = 50.0;
 constexpr double kArrowOffsetBehindTurn = 0.5;
 
-// A location's altitude carries the level of its point. The bounds are -2^63 and 2^63, both
-// exact as doubles; the condition is written so that it fails for NaN.
 std::int64_t levelOf(const CLLocation& location) {
-  constexpr double kBound = 9223372036854775808.0;
-  const double altitude = location.altitude();
-  if (!(altitude >= -kBound && altitude < kBound)) {
+  if (!hasLevel(location)) {
     KORVANI_FATAL("the level in a location's altitude is not a 64-bit integer");
   }
-  return static_cast<std::int64_t>(altitude);
+  return static_cast<std::int64_t>(location.altitude());
 }
 
 bool endsRun(const Step& step, std::int64_t runLevel, double referenceBearing) {
@@ -131,6 +127,14 @@ Run runAt(const StepsView& steps, std::size_t start) {
   }
   run.distanceWithNext = total;
   return run;
+}
+
+// The bounds are -2^63 and 2^63, both exact as doubles; the condition is written so that it fails
+// for NaN.
+bool hasLevel(const CLLocation& location) {
+  constexpr double kBound = 9223372036854775808.0;
+  const double altitude = location.altitude();
+  return altitude >= -kBound && altitude < kBound;
 }
 
 void appendInstructions(const StepsView& steps, const Run& run, const Run& following,

@@ -11,6 +11,7 @@
 
 #include "Navigation/Directions/Directions.hpp"
 #include "Navigation/Directions/DirectionsType.hpp"
+#include "Navigation/Names.hpp"
 #include "Navigation/Routing/StepsView.hpp"
 
 namespace KorvaniNavigation {
@@ -31,6 +32,10 @@ struct Run {
 /// ends on another level than its first one, or that deviates from its heading by more than
 /// `kKRVNavigationTurnDirectionDegreesThreshold`.
 Run runAt(const StepsView& steps, std::size_t start);
+
+/// Whether a location's altitude, which carries the level of its point, is a 64-bit integer. An
+/// instruction at a place where it is none is a fatal error.
+bool hasLevel(const CLLocation& location);
 
 /// Appends the instructions of a run that another one follows.
 void appendInstructions(const StepsView& steps, const Run& run, const Run& following,

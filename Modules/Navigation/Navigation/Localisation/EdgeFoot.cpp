@@ -26,12 +26,12 @@ double strayOf(MKMapPoint one, MKMapPoint two, double length) {
 /// absent where that tells too little: near the ends, on short edges and in the far north.
 ///
 /// It stands in for `coordinateIsBetweenCoordinates` and its three distances on the sphere, which
-/// allow the way over the foot to be a thousandth longer than the edge. Beyond an end by a
-/// hundredth of the edge it is longer by twice that, wherever else the foot comes out. Between the
-/// hundredths it is longer by less than the fifty-fold square of how far the foot strays, in parts
-/// of the edge; up to a thousandth that is a twentieth of what is allowed. Between a centimetre
-/// and two kilometres, short of 80 degrees of latitude, lengths on the map and on the sphere differ
-/// in ratio by far less than all of these.
+/// allow the way over the foot to be a thousandth longer than the edge, and half a metre at most.
+/// Beyond an end by a hundredth of the edge it is longer by twice that, wherever else the foot
+/// comes out. Between the hundredths it is longer by less than the fifty-fold square of how far the
+/// foot strays, in parts of the edge; up to a thousandth that is a seventh of what is allowed, or
+/// less. From centimetres to a kilometre and a half, short of 80 degrees of latitude, lengths on
+/// the map and on the sphere differ in ratio by far less than all of these.
 std::optional<bool> isSurelyBetween(MKMapPoint position, MKMapPoint one, MKMapPoint two) {
   constexpr double kShortest = 0.1;  // map points
   constexpr double kLongest = 1e4;

@@ -14,8 +14,9 @@ bool leadsElsewhere(CLLocationCoordinate2D position, CLLocationCoordinate2D near
                     CLLocationCoordinate2D farEnd);
 
 /// Whether the far end is rather reached past the near one than across, so that the near end itself
-/// is the better place: what the far end and the length of the edge differ by exceeds a fifth of
-/// the near end's distance. Both ends' distances from the position and the edge's length in metres.
+/// is the better place: what the far end and the length of the edge differ by is at least a fifth
+/// of the near end's distance. Both ends' distances from the position and the edge's length in
+/// metres.
 bool isPastNearEnd(double nearDistance, double farDistance, double edgeLength);
 
 /// The foot of a position on the line through two nodes, on the map plane, with its coordinate.

@@ -151,16 +151,16 @@ bool PositionMapper::passesDetourTests(const KRVNavGraph& graph, const ClosestNo
 }
 
 /// The foot of a position on the line through two nodes, if it lies between them, nearer than
-/// `limit` metres, and not behind a wall of the region. Walls are looked for last, as that is the
-/// dearest.
+/// `limit` metres, and not behind a wall of the region. That region's walls are held from the first
+/// foot on, be it nearer or not; they are compared last, as that is the dearest.
 std::optional<PositionMapper::SightedFoot> PositionMapper::footInSight(
     const std::shared_ptr<KRVNavRegion>& region, const KRVNavPoint& nodeOne,
     const KRVNavPoint& nodeTwo, CLLocationCoordinate2D position, double limit) {
   const auto foot = footBetween(nodeOne.coordinate(), nodeTwo.coordinate(), position);
   if (!foot) return std::nullopt;
+  useWallsOf(region);
   const double distance = greatCircleDistance(foot->coordinate, position);
   if (!(distance < limit)) return std::nullopt;
-  useWallsOf(region);
   if (obstacleDetector_->isAnyBarrierInBetween(foot->coordinate, position)) return std::nullopt;
   return SightedFoot{foot->point, foot->coordinate, distance};
 }

@@ -5,9 +5,9 @@
 namespace KorvaniNavigation {
 
 RemainingSteps::RemainingSteps(std::vector<Step> steps)
-    : computed_(std::make_shared<const ComputedSteps>(std::move(steps))) {}
+    : computed_(std::make_shared<ComputedSteps>(std::move(steps))) {}
 
-RemainingSteps::RemainingSteps(std::shared_ptr<const ComputedSteps> computed, std::size_t gone,
+RemainingSteps::RemainingSteps(std::shared_ptr<ComputedSteps> computed, std::size_t gone,
                                Step first)
     : computed_(std::move(computed)), gone_(gone), first_(std::move(first)) {}
 

@@ -8,20 +8,23 @@
 #include <optional>
 #include <vector>
 
-#include "Common/Derived.hpp"
+#include "Common/Guarded.hpp"
 #include "Navigation/Routing/Step.hpp"
 #include "Navigation/Routing/StepsView.hpp"
 
 namespace KorvaniNavigation {
 
-/// The steps of a route as they were computed, and what has been derived from them.
+class RouteNotes;
+
+/// The steps of a route as they were computed, and what has been noted of their points.
 ///
-/// Constant once made, so every stretch of the walk shares it. Any number of threads may read it.
+/// The steps are constant, so every stretch of the walk shares them. Any number of threads may use
+/// it.
 struct ComputedSteps {
   explicit ComputedSteps(std::vector<Step> computed) : steps(std::move(computed)) {}
 
   const std::vector<Step> steps;
-  const KorvaniCommon::Derived derived;
+  KorvaniCommon::Guarded<std::shared_ptr<const RouteNotes>> notes;  ///< see RouteNotes::of
 };
 
 /// What is left of them: those from some step on, the first of them shortened to where the person
@@ -50,7 +53,7 @@ class RemainingSteps {
   const std::vector<Step>& list() const;
 
   /// The steps that these are left of.
-  const std::shared_ptr<const ComputedSteps>& computed() const { return computed_; }
+  const std::shared_ptr<ComputedSteps>& computed() const { return computed_; }
 
   /// How many of those are gone; the step at i is the computed one at i + gone(), but for a first
   /// one that was shortened.
@@ -59,10 +62,10 @@ class RemainingSteps {
   /// Whether the first step is another one than was computed.
   bool isShortened() const { return first_.has_value(); }
 
-  RemainingSteps(std::shared_ptr<const ComputedSteps> computed, std::size_t gone, Step first);
+  RemainingSteps(std::shared_ptr<ComputedSteps> computed, std::size_t gone, Step first);
 
  private:
-  const std::shared_ptr<const ComputedSteps> computed_;
+  const std::shared_ptr<ComputedSteps> computed_;
   const std::size_t gone_ = 0;
   const std::optional<Step> first_;
   mutable std::once_flag listing_;

@@ -15,17 +15,42 @@ NotedPoint::NotedPoint(const KRVNavPoint& point)
       level(point.level()),
       identifier(point.identifier()) {}
 
-std::shared_ptr<const RouteNotes> RouteNotes::of(const ComputedSteps& steps) {
-  return steps.derived.get<RouteNotes>(GraphAccess::pointsStamp(), [&steps] {
-    for (const Step& step : steps.steps) {
-      GraphAccess::watch(*step.start());
-      GraphAccess::watch(*step.end());
-    }
-    return std::make_shared<const RouteNotes>(steps.steps);
-  });
+std::shared_ptr<const RouteNotes> RouteNotes::of(ComputedSteps& steps) {
+  auto notes = steps.notes.load();
+  if (notes && notes->isCurrent()) return notes;
+  notes = std::make_shared<const RouteNotes>(steps.steps);
+  steps.notes.store(notes);
+  return notes;
 }
 
-RouteNotes::RouteNotes(const std::vector<Step>& steps) {
+RouteNotes::LoosePoint::LoosePoint(const KRVNavPoint& point)
+    : noted(point), location(point.location()) {}
+
+bool RouteNotes::LoosePoint::isAsNoted() const {
+  const NotedPoint now(*noted.object);
+  const CLLocation nowAt = noted.object->location();
+  return now.coordinate == noted.coordinate && now.level == noted.level &&
+         now.identifier == noted.identifier && nowAt.coordinate() == location.coordinate() &&
+         nowAt.altitude() == location.altitude();
+}
+
+bool RouteNotes::isCurrent() const {
+  return stamp_ == GraphAccess::pointsStamp() &&
+         std::all_of(loose_.begin(), loose_.end(),
+                     [](const LoosePoint& point) { return point.isAsNoted(); });
+}
+
+/// Before anything is asked of the point.
+void RouteNotes::watch(const KRVNavPoint& point) {
+  if (point.region()) {
+    GraphAccess::watch(point);
+  } else if (loose_.empty() || loose_.back().noted.object != &point) {
+    loose_.emplace_back(point);
+  }
+}
+
+// The stamp comes first, so that no change is missed.
+RouteNotes::RouteNotes(const std::vector<Step>& steps) : stamp_(GraphAccess::pointsStamp()) {
   if (steps.empty()) return;
   ends_.reserve(2 * steps.size());
   coordinates_.reserve(steps.size() + 1);
@@ -36,6 +61,8 @@ RouteNotes::RouteNotes(const std::vector<Step>& steps) {
     coordinates_.push_back(point.coordinate);
   };
   for (const Step& step : steps) {
+    watch(*step.start());
+    watch(*step.end());
     ends_.emplace_back(*step.start());
     note(ends_.back());
     ends_.emplace_back(*step.end());

@@ -8,6 +8,8 @@
 #include <mutex>
 #include <vector>
 
+#include "Common/Derived.hpp"
+#include "Common/Revision.hpp"
 #include "Navigation/Names.hpp"
 #include "Navigation/Routing/Step.hpp"
 
@@ -32,7 +34,14 @@ struct NotedPoint {
 ///
 /// The places of a route are the starts of its steps and the end of the last one, numbered from 0
 /// in walking order; without steps there is none. Made once for all positions on a route, and anew
-/// when a point has changed. Constant; any number of threads may read it.
+/// when a point has changed.
+///
+/// Points of the building are watched, so that their changes are counted. The others (feet on
+/// edges, and on a direct line the host's own position and destination) are compared with what was
+/// noted: they are few, and a host may move its position object many times a second, which must
+/// not have the forms of the building made anew.
+///
+/// Constant; any number of threads may read it.
 class RouteNotes {
  public:
   /// The places from `first` on up to the next flight, all of one level.
@@ -42,9 +51,12 @@ class RouteNotes {
   };
 
   /// The notes of those steps as their points are now.
-  static std::shared_ptr<const RouteNotes> of(const ComputedSteps& steps);
+  static std::shared_ptr<const RouteNotes> of(ComputedSteps& steps);
 
   explicit RouteNotes(const std::vector<Step>& steps);
+
+  /// What is made of the points as they were noted.
+  const KorvaniCommon::Derived& derived() const { return derived_; }
 
   std::size_t placeCount() const { return coordinates_.size(); }
 
@@ -66,12 +78,27 @@ class RouteNotes {
   bool isChain() const;
 
  private:
+  /// A point that nobody watches, with all that is asked of it.
+  struct LoosePoint {
+    explicit LoosePoint(const KRVNavPoint& point);
+
+    bool isAsNoted() const;
+
+    NotedPoint noted;
+    CLLocation location;
+  };
+
+  bool isCurrent() const;
+  void watch(const KRVNavPoint& point);
   bool isLinked() const;
   bool isWithoutTwins() const;
 
+  const KorvaniCommon::RevisionStamp stamp_;
   std::vector<NotedPoint> ends_;  ///< start and end of each step
   std::vector<CLLocationCoordinate2D> coordinates_;
   std::vector<Flight> flights_;
+  std::vector<LoosePoint> loose_;
+  KorvaniCommon::Derived derived_;
   mutable std::once_flag looking_;
   mutable bool isChain_ = false;
 };
