@@ -33,15 +33,16 @@ double strayOf(MKMapPoint one, MKMapPoint two, double length) {
 /// less. From centimetres to a kilometre and a half, short of 80 degrees of latitude, lengths on
 /// the map and on the sphere differ in ratio by far less than all of these.
 std::optional<bool> isSurelyBetween(MKMapPoint position, MKMapPoint one, MKMapPoint two) {
-  constexpr double kShortest = 0.1;  // map points
-  constexpr double kLongest = 1e4;
+  constexpr double kShortestEdge = 0.1;  // map points
+  constexpr double kLongestEdge = 1e4;
   constexpr double kHighest = 0.388 * KorvaniPlatform::kMKMapWorldSize;  // from the equator
   constexpr double kMargin = 0.01;                                       // of the edge
   constexpr double kMostStray = 0.001;                                   // of the edge
   const double x = two.x - one.x;
   const double y = two.y - one.y;
   const double square = x * x + y * y;
-  if (!(square > kShortest * kShortest && square < kLongest * kLongest)) return std::nullopt;
+  if (!(square > kShortestEdge * kShortestEdge && square < kLongestEdge * kLongestEdge))
+    return std::nullopt;
   if (!(std::abs(one.y - KorvaniPlatform::kMKMapWorldSize / 2) < kHighest)) return std::nullopt;
   const double along = ((position.x - one.x) * x + (position.y - one.y) * y) / square;
   if (along < -kMargin || along > 1 + kMargin) return false;

@@ -32,10 +32,10 @@ Course courseBetween(CLLocationCoordinate2D from, CLLocationCoordinate2D to, dou
 /// Whether a course is long enough for its direction to have digits, and short enough for a flat
 /// map: from a centimetre to a kilometre.
 bool isPlain(Course course) {
-  constexpr double kShortest = 1e-7;
-  constexpr double kLongest = 1e-2;
+  constexpr double kShortestCourse = 1e-7;
+  constexpr double kLongestCourse = 1e-2;
   const double longer = std::max(std::abs(course.east), std::abs(course.north));
-  return longer > kShortest && longer < kLongest;
+  return longer > kShortestCourse && longer < kLongestCourse;
 }
 
 /// Whether a corner turns enough to be cut, at a tenth of what the bearings cost; absent when that
