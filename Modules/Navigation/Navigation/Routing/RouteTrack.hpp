@@ -27,7 +27,7 @@ class RemainingSteps;
 struct TrackPlace {
   IntersectionKind kind;              ///< `node` or `edge`
   std::size_t number;                 ///< of the point, or of the step's start, on the track
-  std::shared_ptr<KRVNavPoint> node;  ///< a point of the graph's own, of no region
+  std::shared_ptr<KRVNavPoint> node;  ///< a new one, of no region: the foot, or a copy of the point
   double distance;                    ///< metres from the position to it
   double delta;                       ///< the same in degrees
 };
