@@ -91,6 +91,17 @@ TEST_F(MagneticPathSnapperTest, AHeldNodeIsKeptWhileItIsNearlyAsNearAsTheNearest
   EXPECT_EQ(memory.previousIntersection(), held);
 }
 
+TEST_F(MagneticPathSnapperTest, AHeldNodeIsKeptWhileARouteIsFollowed) {
+  join();
+  open();
+  knowWalls();
+  const auto task = guide(a, {c});
+  ASSERT_TRUE(lastRoute());
+  const IntersectionPtr held = onNode(c);
+  memory.previousIntersection() = held;
+  EXPECT_EQ(snapper.perform(building.position(17, 13)), held);
+}
+
 TEST_F(MagneticPathSnapperTest, AHeldNodeIsLeftWhenTheNearestPlaceIsMuchNearer) {
   open();
   knowWalls();
