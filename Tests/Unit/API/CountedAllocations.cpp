@@ -11,15 +11,20 @@ std::atomic<std::size_t> callsOfNew{0};
 
 }  // namespace
 
-// NOLINTBEGIN(cppcoreguidelines-no-malloc): what new and delete are made of
-void* operator new(std::size_t size) {
+// All forms whose memory the two below give back: sanitizers bring their own of those that are
+// left. NOLINTBEGIN(cppcoreguidelines-no-malloc): what new and delete are made of
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
   ++callsOfNew;
-  if (void* const memory = std::malloc(std::max<std::size_t>(size, 1))) return memory;
+  return std::malloc(std::max<std::size_t>(size, 1));
+}
+void* operator new(std::size_t size) {
+  if (void* const memory = operator new(size, std::nothrow)) return memory;
   throw std::bad_alloc();
 }
 
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept { std::free(memory); }
 // NOLINTEND(cppcoreguidelines-no-malloc)
 
 namespace KorvaniTest {
