@@ -56,9 +56,10 @@ RouteNotes::RouteNotes(const std::vector<Step>& steps) : stamp_(GraphAccess::poi
   coordinates_.reserve(steps.size() + 1);
   const auto note = [this](const NotedPoint& point) {
     if (flights_.empty() || flights_.back().level != point.level) {
-      flights_.push_back({point.level, coordinates_.size()});
+      flights_.push_back({point.level, coordinates_.size(), 0});
     }
     coordinates_.push_back(point.coordinate);
+    flights_.back().end = coordinates_.size();
   };
   for (const Step& step : steps) {
     watch(*step.start());

@@ -44,10 +44,11 @@ struct NotedPoint {
 /// Constant; any number of threads may read it.
 class RouteNotes {
  public:
-  /// The places from `first` on up to the next flight, all of one level.
+  /// The places from `first` on and before `end`, all of one level.
   struct Flight {
     std::int64_t level;
     std::size_t first;
+    std::size_t end;  ///< the first place after it
   };
 
   /// The notes of those steps as their points are now.

@@ -52,12 +52,10 @@ void RouteTrack::forEachOn(std::int64_t level, const Look& look) const {
   const std::size_t gone = steps_->gone();
   if (start_ && start_->level == level && !startIsReplaced()) look(0, start_->coordinate);
   const std::size_t first = start_ ? gone + 1 : gone;
-  const auto& flights = notes_->flights();
   const CLLocationCoordinate2D* const coordinates = notes_->coordinates().data();
-  for (std::size_t i = 0; i < flights.size(); ++i) {
-    if (flights[i].level != level) continue;
-    const std::size_t end = i + 1 < flights.size() ? flights[i + 1].first : notes_->placeCount();
-    for (std::size_t place = std::max(first, flights[i].first); place < end; ++place) {
+  for (const RouteNotes::Flight& flight : notes_->flights()) {
+    if (flight.level != level) continue;
+    for (std::size_t place = std::max(first, flight.first); place < flight.end; ++place) {
       look(place - gone, coordinates[place]);
     }
   }
@@ -71,11 +69,9 @@ void RouteTrack::noteLevels() {
   levels_.reserve(notes_->flights().size() + 1);
   if (start_) noteLevel(*start_, regions);
   const std::size_t first = steps_->gone() + (start_ ? 1 : 0);
-  const auto& flights = notes_->flights();
-  for (std::size_t i = 0; i < flights.size(); ++i) {
-    const std::size_t end = i + 1 < flights.size() ? flights[i + 1].first : notes_->placeCount();
-    const std::size_t place = std::max(first, flights[i].first);
-    if (place < end) noteLevel(notes_->at(place), regions);
+  for (const RouteNotes::Flight& flight : notes_->flights()) {
+    const std::size_t place = std::max(first, flight.first);
+    if (place < flight.end) noteLevel(notes_->at(place), regions);
   }
 }
 
