@@ -29,6 +29,13 @@ namespace {
 /// Metres: how far a position sees the nodes that it may be mapped to.
 constexpr double kShortLine = 20.0;
 
+/// How the lines of a row run.
+struct Course {
+  const char* name;
+  double longest = INFINITY;  ///< metres
+  bool missesOnAxis = false;  ///< those exactly to the east or north that cross no wall
+};
+
 struct Line {
   Coordinate a;
   Coordinate b;
@@ -37,7 +44,7 @@ struct Line {
 /// A level's walls in everybody's form, with lines of which all say the same.
 class WallCase {
  public:
-  WallCase(const Row& row, const PlainBuilding& building, double longest, std::size_t lines)
+  WallCase(const Row& row, const PlainBuilding& building, const Course& course, std::size_t lines)
       : row_(row),
         graph_(makeEngineGraph(building)),
         detector_(std::as_const(*graph_->regions().front()).obstacles(),
@@ -45,7 +52,11 @@ class WallCase {
         geos_(planeLinesOf(building, 0)),
         boost_(planeLinesOf(building, 0)) {
     SeededNumbers numbers(row.size);
-    while (lines_.size() < lines) addLine(building, longest, numbers);
+    while (lines_.size() < lines) {
+      const Line line = course.missesOnAxis ? lineOnAxis(building, numbers)
+                                            : anyLine(building, course.longest, numbers);
+      if (!course.missesOnAxis || !detector_.isAnyBarrierInBetween(line.a, line.b)) add(line);
+    }
     for (std::size_t i = 0; i < lines; ++i) check(i);
   }
 
@@ -58,15 +69,19 @@ class WallCase {
   bool askBoost(std::size_t i) const { return boost_.meet(planeLines_[i]); }
 
  private:
-  /// From a place close to one node to another node.
-  void addLine(const PlainBuilding& building, double longest, SeededNumbers& numbers) {
+  /// A place close to a node.
+  static Coordinate anyPlace(const PlainBuilding& building, SeededNumbers& numbers) {
     constexpr double kHalfMetre = 5e-6;  // degrees
-    const auto anyNode = [&] {
-      return building.nodes[numbers.below(building.nodes.size())].coordinate;
-    };
-    Line line{anyNode(), anyNode()};
-    line.a.latitude += numbers.between(-kHalfMetre, kHalfMetre);
-    line.a.longitude += numbers.between(-kHalfMetre, kHalfMetre);
+    Coordinate place = building.nodes[numbers.below(building.nodes.size())].coordinate;
+    place.latitude += numbers.between(-kHalfMetre, kHalfMetre);
+    place.longitude += numbers.between(-kHalfMetre, kHalfMetre);
+    return place;
+  }
+
+  /// From a place close to one node to another node.
+  static Line anyLine(const PlainBuilding& building, double longest, SeededNumbers& numbers) {
+    const Coordinate node = building.nodes[numbers.below(building.nodes.size())].coordinate;
+    Line line{anyPlace(building, numbers), node};
     const double length = KorvaniPlatform::greatCircleDistance(line.a, line.b);
     // Drawn again until it fits would take long on big levels; the line is shortened instead.
     if (length > longest) {
@@ -74,6 +89,19 @@ class WallCase {
       line.b.latitude = line.a.latitude + (line.b.latitude - line.a.latitude) * part;
       line.b.longitude = line.a.longitude + (line.b.longitude - line.a.longitude) * part;
     }
+    return line;
+  }
+
+  /// Of 15 to 45 metres: halls and corridors leave room for some of these.
+  static Line lineOnAxis(const PlainBuilding& building, SeededNumbers& numbers) {
+    const Coordinate from = anyPlace(building, numbers);
+    if (numbers.below(2) == 0) {
+      return {from, {from.latitude + numbers.between(1.35e-4, 4.05e-4), from.longitude}};
+    }
+    return {from, {from.latitude, from.longitude + numbers.between(2e-4, 6e-4)}};
+  }
+
+  void add(const Line& line) {
     lines_.push_back(line);
     planeLines_.push_back({KorvaniPlatform::MKMapPointForCoordinate(line.a),
                            KorvaniPlatform::MKMapPointForCoordinate(line.b)});
@@ -105,9 +133,10 @@ void addContestant(const Row& row, const std::string& name,
   });
 }
 
-void addWallRow(const Row& row, double longest, std::size_t lines) {
-  const auto shared = std::make_shared<Shared<WallCase>>([row, longest, lines] {
-    return std::make_shared<WallCase>(row, makeOffices(row.size, 1, row.size), longest, lines);
+void addWallRow(const Course& course, std::size_t size, std::size_t lines) {
+  const Row row{"Walls", course.name, size};
+  const auto shared = std::make_shared<Shared<WallCase>>([row, course, lines] {
+    return std::make_shared<WallCase>(row, makeOffices(row.size, 1, row.size), course, lines);
   });
   addContestant(row, kEngine, shared, &WallCase::askEngine);
   addContestant(row, "GEOS", shared, &WallCase::askGeos);
@@ -118,11 +147,12 @@ void addWallRow(const Row& row, double longest, std::size_t lines) {
 
 void addWalls(const Extent& extent) {
   const std::size_t lines = extent.quick ? 300 : 1000;
-  for (const std::size_t segments : {1000U, 10000U, 100000U}) {
-    addWallRow({"Walls", "lines up to 20 m", segments}, kShortLine, lines);
-  }
-  for (const std::size_t segments : {1000U, 10000U, 100000U}) {
-    addWallRow({"Walls", "lines across the level", segments}, INFINITY, lines);
+  for (const Course& course :
+       {Course{"lines up to 20 m", kShortLine, false}, Course{"lines across the level"},
+        Course{"misses along an axis", INFINITY, true}}) {
+    for (const std::size_t segments : {1000U, 10000U, 100000U}) {
+      addWallRow(course, segments, lines);
+    }
   }
 }
 

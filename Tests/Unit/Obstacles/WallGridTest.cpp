@@ -2,13 +2,19 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdint>
 #include <limits>
+#include <random>
+#include <utility>
 #include <vector>
 
+using KorvaniNavigation::CLLocationCoordinate2D;
 using KorvaniNavigation::MKMapPoint;
 using KorvaniNavigation::segmentsMeet;
 using KorvaniNavigation::WallEdge;
 using KorvaniNavigation::WallGrid;
+using KorvaniPlatform::MKMapPointForCoordinate;
 
 namespace {
 
@@ -27,6 +33,63 @@ WallGrid fiftyWalls() {
     }
   }
   return WallGrid(edges);
+}
+
+WallEdge edgeBetween(CLLocationCoordinate2D from, CLLocationCoordinate2D to) {
+  return {MKMapPointForCoordinate(from), MKMapPointForCoordinate(to), 0};
+}
+
+constexpr MKMapPoint kLatticeOrigin{142000000, 93000000};
+constexpr double kLatticeUnit = 0x1p-25;
+
+// The number from which `project` makes exactly `target`; some next to it when there is none.
+template <class Project>
+double inverse(double guess, double target, Project project) {
+  for (int i = 0; i < 100 && project(guess) != target; ++i) {
+    const bool isRising = project(guess + 1) > project(guess);
+    guess = std::nextafter(guess, (project(guess) < target) == isRising ? 1000 : -1000);
+  }
+  return guess;
+}
+
+CLLocationCoordinate2D coordinateOf(std::int64_t x, std::int64_t y) {
+  const MKMapPoint place{kLatticeOrigin.x + static_cast<double>(x) * kLatticeUnit,
+                         kLatticeOrigin.y + static_cast<double>(y) * kLatticeUnit};
+  const CLLocationCoordinate2D guess = KorvaniPlatform::MKCoordinateForMapPoint(place);
+  const auto xOf = [](double longitude) { return MKMapPointForCoordinate({0, longitude}).x; };
+  const auto yOf = [](double latitude) { return MKMapPointForCoordinate({latitude, 0}).y; };
+  return {inverse(guess.latitude, place.y, yOf), inverse(guess.longitude, place.x, xOf)};
+}
+
+// A wall of a tenth of a unit, in a row beside the lattice's origin.
+WallEdge shortEdge(int place) {
+  const MKMapPoint from{kLatticeOrigin.x - 10, kLatticeOrigin.y + 0.1 * place};
+  return {from, {from.x, from.y + 0.1}, 1};
+}
+
+struct Vectors {
+  std::int64_t x;
+  std::int64_t y;
+  std::int64_t otherX;
+  std::int64_t otherY;
+};
+
+// Two vectors with x * otherY - y * otherX = 1, the first as given but for a common divisor: the
+// extended algorithm of Euclid.
+Vectors unimodular(std::int64_t x, std::int64_t y) {
+  std::int64_t a = x;
+  std::int64_t b = y;
+  std::int64_t ofX = 1;
+  std::int64_t ofY = 0;
+  std::int64_t nextOfX = 0;
+  std::int64_t nextOfY = 1;
+  while (b != 0) {
+    const std::int64_t times = a / b;
+    a = std::exchange(b, a - times * b);
+    ofX = std::exchange(nextOfX, ofX - times * nextOfX);
+    ofY = std::exchange(nextOfY, ofY - times * nextOfY);
+  }
+  return {x / a, y / a, -ofY, ofX};
 }
 
 }  // namespace
@@ -153,6 +216,42 @@ TEST(WallGrid, AgreesWithTheFormulaOnPiecesOfOneStraightLineThatLieApart) {
     const bool met = segmentsMeet(at(1), at(1.7), walls[0].from, walls[0].to);
     metCount += met ? 1 : 0;
     EXPECT_EQ(WallGrid(walls).meetsAny(at(1), at(1.7)), met) << i;
+  }
+  EXPECT_GT(metCount, 10u);
+}
+
+TEST(WallGrid, LooksAtWallsWithoutEndBetweenCoordinates) {
+  const CLLocationCoordinate2D here{48, 11};
+  const WallGrid grid({edgeBetween(here, {48.001, 11.001}), edgeBetween(here, {48, 1e300})});
+  EXPECT_TRUE(grid.meetsAnyBetween({47.9999, 11.0005}, {48.0001, 11.0006}));
+  EXPECT_FALSE(grid.meetsAnyBetween({47.9998, 11.0005}, {47.9999, 11.0006}));
+}
+
+TEST(WallGrid, FindsWallsBetweenCoordinatesBesideWallsWithoutLength) {
+  const WallGrid grid({edgeBetween({48, 11}, {48.001, 11}), edgeBetween({48, 11}, {48, 11})});
+  EXPECT_TRUE(grid.meetsAnyBetween({48.0005, 10.999}, {48.0005, 11.001}));
+  EXPECT_FALSE(grid.meetsAnyBetween({48.0015, 10.999}, {48.0015, 11.001}));
+}
+
+// Lines and pieces so nearly parallel that the formula has no digits left. Their coordinates are
+// those of a lattice as fine as the numbers, where line and piece span an area of one square.
+TEST(WallGrid, AgreesWithTheFormulaOnPiecesOfOneStraightLineBetweenCoordinates) {
+  std::mt19937_64 chance(11);
+  std::size_t metCount = 0;
+  for (int i = 0; i < 4000; ++i) {
+    const auto [x, y, otherX, otherY] = unimodular(static_cast<std::int64_t>(chance() >> 31),
+                                                   static_cast<std::int64_t>(chance() >> 31));
+    const auto at = [&, x = x, y = y, otherX = otherX, otherY = otherY](int part, int otherPart) {
+      return coordinateOf(x * part + otherX * otherPart, y * part + otherY * otherPart);
+    };
+    const auto a = at(0, 0);
+    const auto b = at(1, 0);
+    std::vector<WallEdge> walls{edgeBetween(at(1, 3), at(1, 4))};
+    for (int j = 0; j < 50; ++j) walls.push_back(shortEdge(j));
+    const bool met = segmentsMeet(MKMapPointForCoordinate(a), MKMapPointForCoordinate(b),
+                                  walls[0].from, walls[0].to);
+    metCount += met ? 1 : 0;
+    EXPECT_EQ(WallGrid(walls).meetsAnyBetween(a, b), met) << i;
   }
   EXPECT_GT(metCount, 10u);
 }

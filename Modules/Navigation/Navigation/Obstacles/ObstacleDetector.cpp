@@ -67,10 +67,19 @@ const WallGrid* ObstacleDetector::gridNow(std::shared_ptr<const Walls>& held) co
 
 bool ObstacleDetector::isAnyBarrierInBetween(CLLocationCoordinate2D coordinateA,
                                              CLLocationCoordinate2D coordinateB) const {
+  const WallGrid* made = walls_->isCurrent() ? walls_->gridIfMade() : nullptr;
+  if (made) return made->meetsAnyBetween(coordinateA, coordinateB);
+  return isAnyBarrierInBetweenAtFirst(coordinateA, coordinateB);
+}
+
+/// The same for a list that was not asked about often enough, or has changed.
+bool ObstacleDetector::isAnyBarrierInBetweenAtFirst(CLLocationCoordinate2D coordinateA,
+                                                    CLLocationCoordinate2D coordinateB) const {
+  std::shared_ptr<const Walls> held;
+  if (const WallGrid* grid = this->grid(held))
+    return grid->meetsAnyBetween(coordinateA, coordinateB);
   const MKMapPoint a = MKMapPointForCoordinate(coordinateA);
   const MKMapPoint b = MKMapPointForCoordinate(coordinateB);
-  std::shared_ptr<const Walls> held;
-  if (const WallGrid* grid = this->grid(held)) return grid->meetsAny(a, b);
   return std::any_of(obstacles_.begin(), obstacles_.end(),
                      [&](const auto& obstacle) { return crosses(existing(obstacle), a, b); });
 }

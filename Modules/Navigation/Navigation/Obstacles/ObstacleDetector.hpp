@@ -72,6 +72,8 @@ class KORVANI_API ObstacleDetector {
  private:
   friend class RegionNodes;
 
+  bool isAnyBarrierInBetweenAtFirst(CLLocationCoordinate2D coordinateA,
+                                    CLLocationCoordinate2D coordinateB) const;
   const Walls& walls(std::shared_ptr<const Walls>& held) const;
   const WallGrid* grid(std::shared_ptr<const Walls>& held) const;
   const WallGrid* gridNow(std::shared_ptr<const Walls>& held) const;

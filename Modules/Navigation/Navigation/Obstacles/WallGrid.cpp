@@ -1,10 +1,9 @@
 #include "Navigation/Obstacles/WallGrid.hpp"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
+#include <cstddef>
 #include <limits>
-#include <tuple>
 #include <utility>
 
 namespace KorvaniNavigation {
@@ -15,20 +14,10 @@ namespace {
 constexpr double kShortest = 1e-100;
 constexpr double kFarthest = 1e100;
 // So many edges a cell, and entries an edge, the cells are sized for; found by measurement.
-constexpr double kEdgesPerCell = 0.5;
-constexpr double kEntriesPerEdge = 3.0;
+constexpr double kEdgesPerCell = 0.2;
+constexpr double kEntriesPerEdge = 5.0;
 // A line whose margin is wider than so many cells is compared with all edges.
 constexpr double kWidestMargin = 8.0;
-
-// Directions are told by the slope against the nearer axis: from -1 to 1 for those rather level,
-// from there to 3 for those rather steep, and round again. It grows by one to two times the angle,
-// so two lines within kLeastSine of each other are half a step apart at most.
-constexpr std::int32_t kDirectionCount = 100'000'000;
-constexpr double kStep = 4.0 / kDirectionCount;
-static_assert(kStep >= 4.0 * WallGrid::kLeastSine);
-// How far apart two lines of one direction may lie to be taken for one, as a part of the extent:
-// three steps of direction, and single precision, make up a quarter of it.
-constexpr double kLineTolerance = 1e-6;
 
 // Whether line and piece pass each other so clearly that r or s lies outside of 0 to 1, however the
 // formula rounds: the margin is far wider than a division's rounding. Most pieces near a line do,
@@ -65,29 +54,13 @@ bool isOrdinaryLine(MKMapPoint from, MKMapPoint to) {
   return isWithinReach(from) && isWithinReach(to) && longerSide(from, to) >= kShortest;
 }
 
-// The direction in steps, from 0 on, with a fraction.
-double directionOf(MKMapPoint from, MKMapPoint to) {
-  const double x = to.x - from.x;
-  const double y = to.y - from.y;
-  const double slope = std::abs(x) >= std::abs(y) ? y / x : 2.0 - x / y;
-  return (slope + 1.0) * (kDirectionCount / 4.0);
-}
+bool isWithoutLength(const WallGrid::Piece& piece) { return piece.from == piece.to; }
 
-// The multiplier is 2^64 over the golden ratio, which spreads neighbours; the lowest bits of a
-// product depend on few others, so they are dropped.
-std::uint64_t scattered(std::int32_t direction) {
-  return static_cast<std::uint64_t>(direction) * 0x9E3779B97F4A7C15U >> 24U;
-}
-
-std::int32_t wrapped(std::int32_t direction) {
-  return (direction + kDirectionCount) % kDirectionCount;
-}
-
-// How far beside the grid's corner the line of that direction through a place runs, up to a factor
-// below 1.5 that depends on the direction alone.
-double offsetOf(WallGrid::Place place, std::int32_t direction) {
-  const double slope = (direction + 0.5) * kStep - 1.0;
-  return slope <= 1.0 ? place.x * slope - place.y : place.x - place.y * (2.0 - slope);
+// The exact answer for a line between coordinates. Rarely needed, so it shall not be in the way.
+[[gnu::noinline]] bool meetsExactly(CLLocationCoordinate2D a, CLLocationCoordinate2D b,
+                                    const WallGrid::Piece& piece) {
+  return segmentsMeet(KorvaniPlatform::MKMapPointForCoordinate(a),
+                      KorvaniPlatform::MKMapPointForCoordinate(b), piece.from, piece.to);
 }
 
 }  // namespace
@@ -96,7 +69,7 @@ WallGrid::WallGrid(const std::vector<WallEdge>& edges) {
   measure(edges);
   sortByCell(edges);
   layOut();
-  sortByLine();
+  if (ordinaryCount_ > 0) prepareEstimates();
 }
 
 // Bounds, and cells of a size that puts few edges into each and each edge into few.
@@ -121,6 +94,8 @@ void WallGrid::measure(const std::vector<WallEdge>& edges) {
   cellsAUnit_ = 1.0 / cell_;
   columnCount_ = static_cast<std::int64_t>(width * cellsAUnit_) + 1;
   rowCount_ = static_cast<std::int64_t>(height * cellsAUnit_) + 1;
+  columnEnd_ = std::nextafter(static_cast<double>(columnCount_), 0.0);
+  rowEnd_ = std::nextafter(static_cast<double>(rowCount_), 0.0);
 }
 
 WallGrid::Place WallGrid::placeOf(MKMapPoint point) const {
@@ -175,32 +150,23 @@ void WallGrid::layOut() {
   forEachEntry([&](std::size_t cell, std::uint32_t edge) { inCells_[next[cell]++] = edge; });
 }
 
-void WallGrid::sortByLine() {
-  directions_.assign(std::bit_ceil(ordinaryCount_ / 4 + 1), 0);
-  lines_.reserve(ordinaryCount_);
-  for (std::size_t i = 0; i < ordinaryCount_; ++i) {
-    const auto& [from, to] = pieces_[i];
-    const double exact = directionOf(from, to);
-    const auto whole = static_cast<std::int32_t>(exact);
-    markDirection(wrapped(whole));
-    markDirection(wrapped(exact - whole < 0.5 ? whole - 1 : whole + 1));
-    const double offset = offsetOf(placeOf(from), wrapped(whole));
-    lines_.push_back({wrapped(whole), static_cast<float>(offset), static_cast<std::uint32_t>(i)});
-  }
-  std::sort(lines_.begin(), lines_.end(), [](const OnLine& x, const OnLine& y) {
-    return std::tie(x.direction, x.offset, x.edge) < std::tie(y.direction, y.offset, y.edge);
-  });
-}
-
-// Directions share bits: then a line looks for edges on it in vain.
-void WallGrid::markDirection(std::int32_t direction) {
-  const std::uint64_t bit = scattered(direction);
-  directions_[bit / 64 & (directions_.size() - 1)] |= std::uint64_t{1} << bit % 64;
-}
-
-bool WallGrid::hasDirectionNear(std::int32_t direction) const {
-  const std::uint64_t bit = scattered(direction);
-  return (directions_[bit / 64 & (directions_.size() - 1)] >> bit % 64 & 1) != 0;
+// Lines mostly begin in the building or beside it, so the rectangle to be known roughly is that of
+// the edges and as much again on each side. Worlds that are too large or too small to be known
+// well enough go without, and so do those with edges that are looked at each time; but edges
+// without length are never met.
+void WallGrid::prepareEstimates() {
+  const double extent = extentWith(low_, low_);
+  reach_ = 3 * extent;
+  lines_ = WallLines(pieces_, ordinaryCount_, low_, reach_);
+  const auto unusual = pieces_.begin() + static_cast<std::ptrdiff_t>(ordinaryCount_);
+  if (!std::all_of(unusual, pieces_.end(), isWithoutLength)) return;
+  estimate_ =
+      PlaneEstimate({low_.x - extent, low_.y - extent}, {high_.x + extent, high_.y + extent});
+  const double error = estimate_.error();
+  marginOfEstimate_ = (kMargin * reach_ + 2 * error) * cellsAUnit_;
+  leastLength_ = WallLines::kLeastLength * error;
+  clearArea_ = 10 * error * reach_ + 0x1p-46 * reach_ * reach_;
+  if (error > kMargin * extent || marginOfEstimate_ > kWidestMargin) estimate_ = PlaneEstimate();
 }
 
 // The longer side of the rectangle around all edges and the line.
@@ -241,23 +207,23 @@ bool WallGrid::walk(Place a, Place b, double margin, Visit visit) const {
 }
 
 template <class Visit>
-bool WallGrid::onLine(MKMapPoint a, MKMapPoint b, double extent, Visit visit) const {
-  const std::int32_t direction = wrapped(static_cast<std::int32_t>(directionOf(a, b)));
-  if (!hasDirectionNear(direction)) return false;
-  const double tolerance = kLineTolerance * extent * cellsAUnit_;
-  for (const std::int32_t step : {-1, 0, 1}) {
-    const std::int32_t near = wrapped(direction + step);
-    const double offset = offsetOf(placeOf(a), near);
-    const auto before = [near](const OnLine& line, double value) {
-      return line.direction < near || (line.direction == near && line.offset < value);
-    };
-    auto line = std::lower_bound(lines_.begin(), lines_.end(), offset - tolerance, before);
-    for (; line != lines_.end() && line->direction == near && line->offset <= offset + tolerance;
-         ++line) {
-      if (visit(line->edge)) return true;
+bool WallGrid::inCells(MKMapPoint a, MKMapPoint b, double margin, Visit visit) const {
+  const auto inRun = [&](std::size_t first, std::size_t last) {
+    const std::uint32_t start = cells_[first];
+    const std::uint32_t end = cells_[last + 1];
+    for (std::uint32_t i = start; i < end; ++i) {
+      if (visit(inCells_[a.x <= b.x ? i : start + (end - 1 - i)])) return true;
     }
-  }
-  return false;
+    return false;
+  };
+  return walk(placeOf(a), placeOf(b), margin, inRun);
+}
+
+template <class Visit>
+bool WallGrid::onLine(MKMapPoint a, MKMapPoint b, double extent, Visit visit) const {
+  if (extent <= reach_ && !lines_.mayHold(a, b)) return false;
+  const auto pieces = lines_.piecesOn(a, b, extent, pieces_);
+  return std::any_of(pieces.begin(), pieces.end(), visit);
 }
 
 template <class Visit>
@@ -277,15 +243,89 @@ bool WallGrid::candidates(MKMapPoint a, MKMapPoint b, Visit visit) const {
     }
     return false;
   }
-  const auto inRun = [&](std::size_t first, std::size_t last) {
-    const std::uint32_t start = cells_[first];
-    const std::uint32_t end = cells_[last + 1];
-    for (std::uint32_t i = start; i < end; ++i) {
-      if (visit(inCells_[a.x <= b.x ? i : start + (end - 1 - i)])) return true;
-    }
-    return false;
+  return inCells(a, b, margin, visit) || onLine(a, b, extent, visit);
+}
+
+// How clearly a line passes a piece, as an area: positive when it passes, negative when it meets.
+//
+// The ends of the line make triangles with the piece, and those of the piece with the line. Let A
+// and B be twice the areas of the first two, positive to one side and negative to the other. A - B
+// is the cross product of line and piece, so |A + B| - |A - B| is twice the lesser one of |A| and
+// |B|, and negative when the ends lie on two sides. The same goes for the other two, with the same
+// difference. The greater one of both is what tells.
+inline double WallGrid::clearance(MKMapPoint a, MKMapPoint line, const Piece& piece) {
+  const double wallX = piece.to.x - piece.from.x;
+  const double wallY = piece.to.y - piece.from.y;
+  const double x = piece.from.x - a.x;
+  const double y = piece.from.y - a.y;
+  const double cross = line.x * wallY - line.y * wallX;
+  const double ofLine = x * wallY - y * wallX;
+  const double ofPiece = x * line.y - y * line.x;
+  return std::max(std::abs(ofLine + ofLine - cross), std::abs(ofPiece + ofPiece - cross)) -
+         std::abs(cross);
+}
+
+// Whatever may go either way is a choice between two numbers and not a branch: half of the branches
+// would be foreseen wrongly, and cost more than all the rest. What lies outside is brought to the
+// border, where pieces are looked at in vain.
+template <class Visit>
+bool WallGrid::walkUpwards(Place a, Place b, double margin, Visit visit) const {
+  // Whatever is flatter takes in all of a row, as it should.
+  constexpr double kFlattest = 1e-9;
+  const double lowX = std::min(a.x, b.x) - margin;
+  const double highX = std::max(a.x, b.x) + margin;
+  const double lowY = std::min(a.y, b.y) - margin;
+  const double highY = std::max(a.y, b.y) + margin;
+  if ((highX < 0) | (lowX > columnEnd_) | (highY < 0) | (lowY > rowEnd_)) return false;
+  const double way = a.y <= b.y ? b.x - a.x : a.x - b.x;
+  const double slope = way / std::max(std::abs(b.y - a.y), kFlattest);
+  // Of a row, with a margin on each side: how far the line moves in it, and where it enters row 0.
+  const double step = (1 + 2 * margin) * slope;
+  const double width = std::abs(step) + 2 * margin;
+  const double entry = (a.y <= b.y ? a.x : b.x) - (lowY + 2 * margin) * slope;
+  const double leftOfRow0 = entry + std::min(step, 0.0) - margin;
+  const auto column = [this](double x) {
+    return static_cast<std::int64_t>(std::min(std::max(x, 0.0), columnEnd_));
   };
-  return walk(placeOf(a), placeOf(b), margin, inRun) || onLine(a, b, extent, visit);
+  auto row = static_cast<std::int64_t>(std::max(lowY, 0.0));
+  const auto last = static_cast<std::int64_t>(std::min(highY, rowEnd_));
+  for (; row <= last; ++row) {
+    const double left = leftOfRow0 + static_cast<double>(row) * slope;
+    const double right = left + width;
+    if (visit(cellAt(column(std::max(left, lowX)), row),
+              cellAt(column(std::min(right, highX)), row))) {
+      return true;
+    }
+  }
+  return false;
+}
+
+bool WallGrid::meetsAnyInRun(const RoughLine& line, std::size_t first, std::size_t last) const {
+  const std::uint32_t end = cells_[last + 1];
+  for (std::uint32_t i = cells_[first]; i < end; ++i) {
+    const Piece& piece = pieces_[inCells_[i]];
+    const double clear = clearance(line.from, line.way, piece);
+    if (clear > clearArea_) continue;
+    if (clear < -clearArea_ || meetsExactly(line.a, line.b, piece)) return true;
+  }
+  return false;
+}
+
+bool WallGrid::meetsAnyBetween(CLLocationCoordinate2D a, CLLocationCoordinate2D b) const {
+  using KorvaniPlatform::MKMapPointForCoordinate;
+  if (estimate_.covers(a) && estimate_.covers(b)) {
+    const MKMapPoint from = estimate_.at(a);
+    const MKMapPoint to = estimate_.at(b);
+    if (longerSide(from, to) > leastLength_) {
+      const RoughLine line{a, b, from, {to.x - from.x, to.y - from.y}};
+      const auto meets = [&](std::size_t first, std::size_t last) {
+        return meetsAnyInRun(line, first, last);
+      };
+      if (walkUpwards(placeOf(from), placeOf(to), marginOfEstimate_, meets)) return true;
+      if (!lines_.mayHold(from, to)) return false;
+    }
+  }
+  return meetsAny(MKMapPointForCoordinate(a), MKMapPointForCoordinate(b));
 }
 
 const WallGrid::Piece* WallGrid::firstMet(MKMapPoint a, MKMapPoint b) const {
@@ -314,7 +354,7 @@ std::vector<std::uint32_t> WallGrid::met(MKMapPoint a, MKMapPoint b) const {
 std::size_t WallGrid::bytes() const {
   return sizeof *this + pieces_.capacity() * sizeof(Piece) +
          (obstacles_.capacity() + cells_.capacity() + inCells_.capacity()) * sizeof(std::uint32_t) +
-         lines_.capacity() * sizeof(OnLine) + directions_.capacity() * sizeof(std::uint64_t);
+         lines_.bytes();
 }
 
 }  // namespace KorvaniNavigation

@@ -31,11 +31,11 @@
 #include <cstdint>
 #include <vector>
 
+#include "Navigation/Obstacles/PlaneEstimate.hpp"
+#include "Navigation/Obstacles/WallLines.hpp"
 #include "Platform/MapPoint.hpp"
 
 namespace KorvaniNavigation {
-
-using KorvaniPlatform::MKMapPoint;
 
 // Whether the straight lines from a to b and from p to q have a point in common: ends included,
 // lines that run in parallel never. They meet at the fraction r of the way from a to b, and s of
@@ -59,14 +59,10 @@ struct WallEdge {
 class WallGrid {
  public:
   // The sine of the angle from which on the formula is well-conditioned.
-  static constexpr double kLeastSine = 1e-8;
+  static constexpr double kLeastSine = WallLines::kLeastSine;
   static constexpr double kMargin = 1e-6;
 
-  // A straight piece of a wall.
-  struct Piece {
-    MKMapPoint from;
-    MKMapPoint to;
-  };
+  using Piece = WallPiece;
 
   // A place in units of cells, from the grid's corner on. Differences are exact to their last bit
   // here, however far the building is from the plane's origin.
@@ -80,6 +76,9 @@ class WallGrid {
   // Whether any edge meets the line. False when a coordinate is not a number.
   bool meetsAny(MKMapPoint a, MKMapPoint b) const { return firstMet(a, b) != nullptr; }
 
+  // The same for the places of these coordinates on the map plane, in less than half the time.
+  bool meetsAnyBetween(CLLocationCoordinate2D a, CLLocationCoordinate2D b) const;
+
   // An edge that meets the line, one near `a` if there are several; null when there is none.
   const Piece* firstMet(MKMapPoint a, MKMapPoint b) const;
 
@@ -92,33 +91,41 @@ class WallGrid {
   std::size_t bytes() const;
 
  private:
-  // An edge by the line it lies on, sorted by direction and then by distance from the corner.
-  struct OnLine {
-    std::int32_t direction;
-    float offset;
-    std::uint32_t edge;
-  };
-
   void measure(const std::vector<WallEdge>& edges);
   void sortByCell(const std::vector<WallEdge>& edges);
   void layOut();
-  void sortByLine();
+  void prepareEstimates();
   std::size_t cellAt(std::int64_t column, std::int64_t row) const;
   std::size_t cellOf(MKMapPoint point) const;
   Place placeOf(MKMapPoint point) const;
   double extentWith(MKMapPoint a, MKMapPoint b) const;
-  void markDirection(std::int32_t direction);
-  bool hasDirectionNear(std::int32_t direction) const;
 
   // Calls `visit(first, last)` with runs of cells of one row, until it returns true. The runs hold
   // every cell within `margin` cells of the line, and come from the row of `a` on.
   template <class Visit>
   bool walk(Place a, Place b, double margin, Visit visit) const;
 
+  // The same runs, the rows ascending: for who does not care where the line begins.
+  template <class Visit>
+  bool walkUpwards(Place a, Place b, double margin, Visit visit) const;
+
+  // A line between coordinates, and what is known of it without projecting them.
+  struct RoughLine {
+    CLLocationCoordinate2D a;
+    CLLocationCoordinate2D b;
+    MKMapPoint from;
+    MKMapPoint way;  // from one end to the other
+  };
+
+  bool meetsAnyInRun(const RoughLine& line, std::size_t first, std::size_t last) const;
+  static double clearance(MKMapPoint a, MKMapPoint line, const Piece& piece);
+
   // Calls `visit(edge)` for every edge that may meet the line, some more than once, until it
   // returns true.
   template <class Visit>
   bool candidates(MKMapPoint a, MKMapPoint b, Visit visit) const;
+  template <class Visit>
+  bool inCells(MKMapPoint a, MKMapPoint b, double margin, Visit visit) const;
   template <class Visit>
   bool onLine(MKMapPoint a, MKMapPoint b, double extent, Visit visit) const;
 
@@ -127,10 +134,16 @@ class WallGrid {
   std::size_t ordinaryCount_ = 0;         // the pieces after these are compared each time
   std::vector<std::uint32_t> cells_;  // where the edges of a cell start in `inCells_`, row by row
   std::vector<std::uint32_t> inCells_;
-  std::vector<OnLine> lines_;
-  std::vector<std::uint64_t> directions_;  // a bit for each direction that is near one of an edge
+  WallLines lines_;
   MKMapPoint low_;
   MKMapPoint high_;
+  PlaneEstimate estimate_;       // of what is in and around the rectangle of edges
+  double reach_ = 0;             // the longer side of that
+  double marginOfEstimate_ = 0;  // cells
+  double clearArea_ = 0;
+  double leastLength_ = 0;
+  double columnEnd_ = 0;  // the last numbers that are within the last column and row
+  double rowEnd_ = 0;
   double cell_ = 1;        // side of a cell
   double cellsAUnit_ = 1;  // its inverse
   std::int64_t columnCount_ = 0;

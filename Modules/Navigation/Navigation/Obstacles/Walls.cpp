@@ -5,6 +5,7 @@
 #include <limits>
 #include <utility>
 
+#include "Navigation/Graph/GraphChanges.hpp"
 #include "Navigation/Graph/KRVNavObstacle.hpp"
 #include "Platform/MapPoint.hpp"
 
@@ -51,6 +52,9 @@ std::shared_ptr<const Walls> Walls::of(const Obstacles& obstacles) {
   return obstacles.derived().get<Walls>(stamp,
                                         [&] { return std::make_shared<const Walls>(stamp); });
 }
+
+Walls::Walls(RevisionStamp stamp)
+    : stamp_(stamp), obstacles_(graphChanges(WatchFlag::kEverybody).obstacles) {}
 
 const WallGrid* Walls::grid(const Obstacles& obstacles) const {
   if (isMade_.load(std::memory_order_acquire)) return grid_.get();

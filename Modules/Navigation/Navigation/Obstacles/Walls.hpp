@@ -30,17 +30,22 @@ class Walls {
   // What is shared by all who ask about that list, as the obstacles are now.
   static std::shared_ptr<const Walls> of(const Obstacles& obstacles);
 
-  explicit Walls(RevisionStamp stamp) : stamp_(stamp) {}
+  explicit Walls(RevisionStamp stamp);
 
   // Whether no obstacle has changed since.
-  bool isCurrent() const { return stamp_ == GraphAccess::obstaclesStamp(); }
+  bool isCurrent() const { return stamp_ == obstacles_.stamp(); }
 
   // The grid of the list's edges; obstacles are known by their place in the list. Null when they
   // are to be looked at one by one: for the first questions, and for a list that holds something
   // that cannot be tested, which is for whoever comes to it to complain of. Counts as a question.
   const WallGrid* grid(const Obstacles& obstacles) const;
 
-  // The same, made at once if need be: for who is about to ask many questions.
+  // The grid if it was made already: for who asks again and again. Null otherwise; counts nothing.
+  const WallGrid* gridIfMade() const {
+    return isMade_.load(std::memory_order_acquire) ? grid_.get() : nullptr;
+  }
+
+  // The grid, made at once if need be: for who is about to ask many questions.
   const WallGrid* gridNow(const Obstacles& obstacles) const;
 
  private:
@@ -48,6 +53,8 @@ class Walls {
   static constexpr int kQuestionsWithoutGrid = 5;
 
   RevisionStamp stamp_;
+  const KorvaniCommon::Revision&
+      obstacles_;  // everybody's; asked itself, since it is asked each time
   mutable std::atomic<int> questions_{0};
   mutable std::atomic<bool> isMade_{false};
   mutable std::mutex making_;
