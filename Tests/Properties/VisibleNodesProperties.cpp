@@ -13,15 +13,14 @@
 
 #include "Navigation/Localisation/VisibleNodes.hpp"
 #include "Navigation/Localisation/VisibleNodesByBoxes.hpp"
+#include "PlainSights.hpp"
 
 namespace KorvaniTest {
 namespace {
 
 using KorvaniNavigation::CLLocationCoordinate2D;
-using KorvaniNavigation::degreeDistance;
 using KorvaniNavigation::MKMapPoint;
 using KorvaniNavigation::NodeTree;
-using KorvaniNavigation::segmentsMeet;
 using KorvaniNavigation::visibleNodes;
 using KorvaniNavigation::visibleNodesByBoxes;
 using KorvaniNavigation::WallEdge;
@@ -209,44 +208,17 @@ class SightSource {
   Places nodes_;
 };
 
-bool isNearer(double a, double b) { return a < b || (std::isnan(b) && !std::isnan(a)); }
-
-std::vector<std::uint32_t> plainlyVisible(const Places& nodes, const std::vector<WallEdge>& walls,
-                                          CLLocationCoordinate2D position) {
-  std::vector<std::pair<double, std::uint32_t>> order;
-  for (const auto node : nodes) {
-    const auto index = static_cast<std::uint32_t>(order.size());
-    order.emplace_back(degreeDistance(position, node), index);
-  }
-  std::stable_sort(order.begin(), order.end(),
-                   [](const auto& a, const auto& b) { return isNearer(a.first, b.first); });
-  constexpr double kNone = std::numeric_limits<double>::max();
-  double best = kNone;
-  std::vector<std::uint32_t> visible;
-  const MKMapPoint from = MKMapPointForCoordinate(position);
-  for (const auto& [distance, index] : order) {
-    if (best != kNone && distance > 2.5 * best) continue;
-    const MKMapPoint to = MKMapPointForCoordinate(nodes[index]);
-    const bool isBlocked = std::any_of(walls.begin(), walls.end(), [&](const WallEdge& wall) {
-      return segmentsMeet(from, to, wall.from, wall.to);
-    });
-    if (isBlocked) continue;
-    best = std::min(best, distance);
-    visible.push_back(index);
-  }
-  return visible;
-}
-
 // How many of the positions tried saw something.
 int assertSameSights(const SightWorld& world, int positions) {
   SightSource source(world);
   const NodeTree tree(source.nodes());
   const auto edges = source.edges();
   const WallGrid walls(edges);
+  const PlainSights plain(source.nodes(), edges);
   int seeing = 0;
   for (int i = 0; i < positions; ++i) {
     const auto position = i == 0 ? source.viewpoint() : source.nextPosition();
-    const auto expected = plainlyVisible(source.nodes(), edges, position);
+    const auto expected = plain.from(position);
     if (visibleNodes(tree, walls, position) != expected ||
         visibleNodesByBoxes(tree, walls, position) != expected) {
       RC_LOG() << world << ", position " << i << "\n";

@@ -11,6 +11,7 @@
 using KorvaniNavigation::CLLocationCoordinate2D;
 using KorvaniNavigation::MKMapPoint;
 using KorvaniNavigation::NodeCells;
+using KorvaniNavigation::Wedge;
 using KorvaniPlatform::MKCoordinateForMapPoint;
 using KorvaniPlatform::MKMapPointForCoordinate;
 
@@ -40,7 +41,8 @@ Numbers along(const NodeCells& cells, MKMapPoint start, MKMapPoint direction,
               double length = std::numeric_limits<double>::infinity()) {
   const double size = std::abs(direction.x) + std::abs(direction.y);
   Numbers found;
-  cells.along(start, {direction.x / size, direction.y / size}, length * size,
+  const MKMapPoint ahead{direction.x / size, direction.y / size};
+  cells.along(Wedge(start, ahead, ahead, length * size),
               [&](const NodeCells::Entry* entry, const NodeCells::Entry* last) {
                 for (; entry != last; ++entry) found.insert(entry->index);
               });
@@ -52,7 +54,7 @@ bool isOnRay(MKMapPoint point, MKMapPoint start, MKMapPoint ahead) {
   const double beside = std::abs(way.x * ahead.y - way.y * ahead.x);
   const double sizes =
       (std::abs(way.x) + std::abs(way.y)) * (std::abs(ahead.x) + std::abs(ahead.y));
-  return way.x * ahead.x + way.y * ahead.y >= 0 && beside <= 0.5 * NodeCells::kRayWidth * sizes;
+  return way.x * ahead.x + way.y * ahead.y >= 0 && beside <= Wedge::kSlack * sizes;
 }
 
 // Places from a corner of a level, which is as large as asked for.
@@ -167,6 +169,37 @@ TEST(NodeCells, FindsTheNodesOnARay) {
   EXPECT_GT(onRays, 2000);
 }
 
+TEST(NodeCells, FindsTheNodesInAWedge) {
+  int inWedges = 0;
+  for (Places places : someLevels()) {
+    const auto entries = entriesAt(places.several(1000));
+    const NodeCells cells(entries);
+    for (int i = 0; i < 400; ++i) {
+      const MKMapPoint tip = MKMapPointForCoordinate(i % 2 == 0 ? places.anyNear() : places.any());
+      const double angle = i % 5 == 0 ? std::floor(4 * places.part()) * 1.5707963267948966
+                                      : 6.283185307179586 * places.part();
+      const double width = std::pow(10.0, -6 * places.part()) * 0.1;
+      const auto towards = [](double turn) {
+        const double size = std::abs(std::cos(turn)) + std::abs(std::sin(turn));
+        return MKMapPoint{std::cos(turn) / size, std::sin(turn) / size};
+      };
+      const Wedge wedge(tip, towards(angle - width), towards(angle + width),
+                        places.part() * cells.distanceToFarthest(tip));
+      Numbers found;
+      cells.along(wedge, [&](const NodeCells::Entry* entry, const NodeCells::Entry* last) {
+        for (; entry != last; ++entry) found.insert(entry->index);
+      });
+      for (const auto& entry : entries) {
+        const double distance = std::abs(entry.point.x - tip.x) + std::abs(entry.point.y - tip.y);
+        if (distance > wedge.length() || !wedge.reaches(entry.point)) continue;
+        ++inWedges;
+        ASSERT_EQ(found.count(entry.index), 1u) << i;
+      }
+    }
+  }
+  EXPECT_GT(inWedges, 2000);
+}
+
 TEST(NodeCells, FindsANodeThatTheBorderOfItsCellPartsFromTheRay) {
   Places places({48, 11}, 1e-3);
   auto nodes = places.several(400);
@@ -180,7 +213,7 @@ TEST(NodeCells, FindsANodeThatTheBorderOfItsCellPartsFromTheRay) {
   for (std::uint32_t node = 2; node < 18; ++node) {
     const MKMapPoint point = entries[node].point;
     for (const double beside : {-0.4, 0.4}) {
-      const double width = beside * NodeCells::kRayWidth * 500;
+      const double width = beside * 2 * Wedge::kSlack * 500;
       EXPECT_EQ(along(cells, {point.x + width, point.y + 500}, {0, -1}).count(node), 1u);
       EXPECT_EQ(along(cells, {point.x + width, point.y - 500}, {0, 1}).count(node), 1u);
     }

@@ -54,7 +54,7 @@ void countNodes(const NodeTree& tree, std::uint32_t box, std::vector<NodeTree::B
     ++found[node.index];
     for (const NodeTree::Box& outer : above) {
       EXPECT_TRUE(encloses(outer, node.coordinate));
-      EXPECT_TRUE(encloses(outer, node.point));
+      EXPECT_TRUE(encloses(outer, tree.points()[i]));
     }
   }
 }
@@ -81,9 +81,11 @@ TEST(NodeTree, NodesKeepTheirPlaceInTheOrderOfInsertion) {
   const auto places = field(5, 5);
   const NodeTree tree(places);
   ASSERT_EQ(tree.nodes().size(), places.size());
-  for (const NodeTree::Node& node : tree.nodes()) {
-    EXPECT_EQ(node.coordinate, places[node.index]);
-    EXPECT_EQ(node.point, KorvaniPlatform::MKMapPointForCoordinate(places[node.index]));
+  ASSERT_EQ(tree.points().size(), places.size());
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    const CLLocationCoordinate2D place = places[tree.nodes()[i].index];
+    EXPECT_EQ(tree.nodes()[i].coordinate, place);
+    EXPECT_EQ(tree.points()[i], KorvaniPlatform::MKMapPointForCoordinate(place));
   }
 }
 
@@ -140,7 +142,7 @@ TEST(NodeTree, KeepsTheNodesOfItsBoxesByCellsAsWell) {
     for (; entry != last; ++entry) {
       found.push_back(entry->index);
       EXPECT_EQ(tree.nodes()[entry->place].index, entry->index);
-      EXPECT_EQ(tree.nodes()[entry->place].point, entry->point);
+      EXPECT_EQ(tree.points()[entry->place], entry->point);
     }
     return true;
   });

@@ -135,6 +135,39 @@ TEST(VisibleNodes, FarAwayAreFoundFromARoomThatShowsNothingNearer) {
             (Numbers{static_cast<std::uint32_t>(nodes.size() - 1)}));
 }
 
+// Through a window nothing is seen but a node far away. The other one is nearer.
+TEST(VisibleNodes, SeenThroughAPinholeAreTheNearest) {
+  const Places room{fromOrigin(1, 0.00005), fromOrigin(1, 1), fromOrigin(0.02, 1)};
+  const Places rest{fromOrigin(-0.02, 1), fromOrigin(-1, 1), fromOrigin(-1, -1), fromOrigin(1, -1),
+                    fromOrigin(1, -0.00005)};
+  std::vector<WallEdge> edges;
+  for (const Places& walls : {room, rest}) {
+    for (std::size_t i = 0; i + 1 < walls.size(); ++i) {
+      edges.push_back(
+          {MKMapPointForCoordinate(walls[i]), MKMapPointForCoordinate(walls[i + 1]), 0});
+    }
+  }
+  Places nodes;
+  for (int north = -60; north <= 60; ++north) {
+    for (int east = -60; east <= 60; ++east) {
+      const bool isSeenThroughPinhole = east == 0 && north > 0;
+      const bool isSeenThroughWindow = east > 0 && std::abs(north) < 3;
+      if (isSeenThroughPinhole || isSeenThroughWindow || std::hypot(north, east) < 2) continue;
+      nodes.push_back(fromOrigin(north, east));
+    }
+  }
+  const auto count = static_cast<std::uint32_t>(nodes.size());
+  nodes.push_back(fromOrigin(0, 59.5));
+  const auto visible = [&] {
+    return visibleNodes(NodeTree(nodes), WallGrid(edges), fromOrigin(0, 0));
+  };
+  EXPECT_EQ(visible(), (Numbers{count}));
+  nodes.push_back(fromOrigin(45, 0));
+  EXPECT_EQ(visible(), (Numbers{count + 1, count}));
+  nodes.push_back(fromOrigin(20, 0));
+  EXPECT_EQ(visible(), (Numbers{count + 2, count + 1}));
+}
+
 TEST(VisibleNodes, OfCoordinatesThatAreNotNumbersComeLast) {
   const Places nodes{{kNotANumber, 11}, {48, 11}, {48, kNotANumber}, {48.000001, 11}};
   EXPECT_EQ(visibleFrom({48, 11.000001}, nodes), (Numbers{1, 3, 0, 2}));

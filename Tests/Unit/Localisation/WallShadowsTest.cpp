@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <random>
+#include <utility>
 #include <vector>
 
 using KorvaniNavigation::MKMapPoint;
@@ -36,13 +37,36 @@ Walls polygon(int corners, double radius) {
   return walls;
 }
 
+// Narrower than any gap that these tests speak of, wider than slivers.
+constexpr double kNarrow = 1e-6;
+
+bool hidesAll(WallShadows& shadows, MKMapPoint low, MKMapPoint high) {
+  std::vector<WallShadows::Gap> gaps;
+  return shadows.hidesButForGaps(low, high, kNarrow, gaps) && gaps.empty();
+}
+
+bool eastWallHidesAll(MKMapPoint low, MKMapPoint high) {
+  auto shadows = eastWall();
+  return hidesAll(shadows, low, high);
+}
+
+// Two walls that share the corner (10, 10), seen from the origin.
+WallShadows cornerWalls() {
+  return shadowsFrom({0, 0}, {{{10, 0}, {10, 10}}, {{10, 10}, {0, 10}}});
+}
+
+WallShadows::Gap gapOf(WallShadows& shadows) {
+  std::vector<WallShadows::Gap> gaps;
+  EXPECT_TRUE(shadows.hidesButForGaps({20, 20}, {30, 30}, kNarrow, gaps));
+  EXPECT_EQ(gaps.size(), 1u);
+  return gaps.empty() ? WallShadows::Gap{} : gaps.front();
+}
+
 }  // namespace
 
 TEST(WallShadows, WithoutWallsNothingIsHidden) {
   WallShadows shadows({0, 0});
-  std::vector<WallShadows::Sliver> slivers;
-  EXPECT_FALSE(shadows.hides({5, 5}));
-  EXPECT_FALSE(shadows.hidesButForSlivers({5, 5}, {6, 6}, slivers));
+  EXPECT_FALSE(hidesAll(shadows, {5, 5}, {6, 6}));
 }
 
 TEST(WallShadows, HidesWhatIsBehindAWall) {
@@ -64,10 +88,10 @@ TEST(WallShadows, IsNotSureOfWhatIsOnAWallOrBehindItsEnd) {
 }
 
 TEST(WallShadows, HidesAnAreaThatIsWhollyBehindAWall) {
-  EXPECT_TRUE(eastWall().hides({11, -5}, {30, 5}));
-  EXPECT_FALSE(eastWall().hides({9, -5}, {30, 5}));
-  EXPECT_FALSE(eastWall().hides({11, -5}, {12, 15}));
-  EXPECT_FALSE(eastWall().hides({-1, -1}, {30, 5}));
+  EXPECT_TRUE(eastWallHidesAll({11, -5}, {30, 5}));
+  EXPECT_FALSE(eastWallHidesAll({9, -5}, {30, 5}));
+  EXPECT_FALSE(eastWallHidesAll({11, -5}, {12, 15}));
+  EXPECT_FALSE(eastWallHidesAll({-1, -1}, {30, 5}));
 }
 
 TEST(WallShadows, HidesAreasInAllDirections) {
@@ -78,96 +102,135 @@ TEST(WallShadows, HidesAreasInAllDirections) {
     };
     auto shadows = shadowsFrom({0, 0}, {{at(1, -1), at(1, 1)}});
     const MKMapPoint middle = at(3, 0);
-    EXPECT_TRUE(shadows.hides({middle.x - 1, middle.y - 1}, {middle.x + 1, middle.y + 1})) << angle;
-    EXPECT_FALSE(shadows.hides({-middle.x - 1, -middle.y - 1}, {-middle.x + 1, -middle.y + 1}));
+    EXPECT_TRUE(hidesAll(shadows, {middle.x - 1, middle.y - 1}, {middle.x + 1, middle.y + 1}))
+        << angle;
+    EXPECT_FALSE(hidesAll(shadows, {-middle.x - 1, -middle.y - 1}, {-middle.x + 1, -middle.y + 1}));
   }
 }
 
 TEST(WallShadows, TwoWallsHideWhatIsBehindTheirCornerButForASliver) {
-  auto shadows = shadowsFrom({0, 0}, {{{10, 0}, {10, 10}}, {{10, 10}, {0, 10}}});
-  EXPECT_FALSE(shadows.hides({20, 20}, {30, 30}));
-  std::vector<WallShadows::Sliver> slivers;
-  EXPECT_TRUE(shadows.hidesButForSlivers({20, 20}, {30, 30}, slivers));
-  ASSERT_EQ(slivers.size(), 1u);
-  EXPECT_NEAR(slivers[0].direction.x, slivers[0].direction.y, 1e-12);
-  EXPECT_NEAR(slivers[0].direction.x * slivers[0].reach, 10, 1e-4);
-  const auto ray = shadows.rayOf(slivers[0]);
-  EXPECT_TRUE(ray.reaches({25, 25}));
-  EXPECT_FALSE(ray.reaches({25, 25.001}));
-  EXPECT_FALSE(ray.reaches({-25, -25}));
-  EXPECT_TRUE(ray.reachesInto({20, 20}, {30, 30}));
-  EXPECT_TRUE(ray.reachesInto({24, 26}, {26, 28}));
-  EXPECT_FALSE(ray.reachesInto({24, 26.001}, {26, 28}));
-  EXPECT_FALSE(ray.reachesInto({-30, -30}, {-20, -20}));
+  auto shadows = cornerWalls();
+  EXPECT_FALSE(hidesAll(shadows, {20, 20}, {30, 30}));
+  shadows = cornerWalls();
+  const auto gap = gapOf(shadows);
+  EXPECT_NEAR(gap.near, 20, 1e-4);
+  const auto wedge = shadows.wedgeOf(gap);
+  EXPECT_TRUE(wedge.reaches({25, 25}));
+  EXPECT_FALSE(wedge.reaches({25, 25.001}));
+  EXPECT_FALSE(wedge.reaches({-25, -25}));
   EXPECT_FALSE(shadows.hides({25, 25}));
   EXPECT_TRUE(shadows.hides({25, 25.001}));
 }
 
 TEST(WallShadows, AWallBehindACornerIsTheLidOfItsSliver) {
-  auto shadows = shadowsFrom({0, 0}, {{{10, 0}, {10, 10}}, {{10, 10}, {0, 10}}});
-  std::vector<WallShadows::Sliver> slivers;
-  ASSERT_TRUE(shadows.hidesButForSlivers({20, 20}, {30, 30}, slivers));
-  const auto ray = shadows.rayUpTo({{10, 20}, {20, 10}}, slivers[0]);
-  ASSERT_TRUE(ray);
-  EXPECT_GE(ray->direction().x * ray->length(), 15.0);
-  EXPECT_LE(ray->direction().x * ray->length(), 15.1);
-  EXPECT_TRUE(ray->reachesInto({14, 14}, {40, 40}));
-  EXPECT_FALSE(ray->reachesInto({16, 16}, {40, 40}));
+  auto shadows = cornerWalls();
+  const auto wedge = shadows.wedgeUpTo({{10, 20}, {20, 10}}, gapOf(shadows));
+  ASSERT_TRUE(wedge);
+  EXPECT_GE(wedge->length(), 30.0);
+  EXPECT_LE(wedge->length(), 30.2);
 }
 
 TEST(WallShadows, AWallThatEndsInASliverOrBesideItIsNoLid) {
-  auto shadows = shadowsFrom({0, 0}, {{{10, 0}, {10, 10}}, {{10, 10}, {0, 10}}});
-  std::vector<WallShadows::Sliver> slivers;
-  ASSERT_TRUE(shadows.hidesButForSlivers({20, 20}, {30, 30}, slivers));
-  EXPECT_FALSE(shadows.rayUpTo({{15, 15}, {20, 10}}, slivers[0]));
-  EXPECT_FALSE(shadows.rayUpTo({{10, 20}, {15, 15}}, slivers[0]));
-  EXPECT_FALSE(shadows.rayUpTo({{16, 15}, {20, 10}}, slivers[0]));
-  EXPECT_FALSE(shadows.rayUpTo({{12, 12}, {20, 20}}, slivers[0]));
-  EXPECT_FALSE(shadows.rayUpTo({{-10, -20}, {-20, -10}}, slivers[0]));
+  auto shadows = cornerWalls();
+  const auto gap = gapOf(shadows);
+  EXPECT_FALSE(shadows.wedgeUpTo({{15, 15}, {20, 10}}, gap));
+  EXPECT_FALSE(shadows.wedgeUpTo({{10, 20}, {15, 15}}, gap));
+  EXPECT_FALSE(shadows.wedgeUpTo({{16, 15}, {20, 10}}, gap));
+  EXPECT_FALSE(shadows.wedgeUpTo({{12, 12}, {20, 20}}, gap));
+  EXPECT_FALSE(shadows.wedgeUpTo({{-10, -20}, {-20, -10}}, gap));
 }
 
 TEST(WallShadows, AWallAlongASliverIsNoLid) {
-  auto shadows = shadowsFrom({0, 0}, {{{10, 0}, {10, 10}}, {{10, 10}, {0, 10}}});
-  std::vector<WallShadows::Sliver> slivers;
-  ASSERT_TRUE(shadows.hidesButForSlivers({20, 20}, {30, 30}, slivers));
-  EXPECT_TRUE(shadows.rayUpTo({{20, 19}, {30, 31}}, slivers[0]));
-  EXPECT_FALSE(shadows.rayUpTo({{20, 19.999}, {30, 30.001}}, slivers[0]));
+  auto shadows = cornerWalls();
+  const auto gap = gapOf(shadows);
+  EXPECT_TRUE(shadows.wedgeUpTo({{20, 19}, {30, 31}}, gap));
+  EXPECT_FALSE(shadows.wedgeUpTo({{20, 19.999}, {30, 30.001}}, gap));
 }
 
-TEST(WallShadows, NamesEachSliverOnce) {
-  auto shadows = shadowsFrom({0, 0}, {{{10, 0}, {10, 10}}, {{10, 10}, {0, 10}}});
-  std::vector<WallShadows::Sliver> slivers;
-  EXPECT_TRUE(shadows.hidesButForSlivers({20, 20}, {30, 30}, slivers));
-  EXPECT_TRUE(shadows.hidesButForSlivers({40, 40}, {50, 50}, slivers));
-  EXPECT_EQ(slivers.size(), 1u);
+TEST(WallShadows, ALidCoversAllOfAGap) {
+  auto shadows = shadowsFrom({0, 0}, {{{10, 0}, {10, 9.9}}, {{10, 10}, {0, 10}}});
+  std::vector<WallShadows::Gap> gaps;
+  ASSERT_TRUE(shadows.hidesButForGaps({20, 17}, {30, 30}, 0.1, gaps));
+  ASSERT_EQ(gaps.size(), 1u);
+  EXPECT_FALSE(shadows.wedgeUpTo({{20, 19.85}, {20, 21}}, gaps[0]));
+  EXPECT_FALSE(shadows.wedgeUpTo({{20, 19}, {20, 19.95}}, gaps[0]));
+  const auto wedge = shadows.wedgeUpTo({{20, 19}, {20, 21}}, gaps[0]);
+  ASSERT_TRUE(wedge);
+  EXPECT_GE(wedge->length(), 40.0);
+  EXPECT_LE(wedge->length(), 40.2);
 }
 
-TEST(WallShadows, AGapBetweenTwoWallsHidesNothingBehindIt) {
+TEST(WallShadows, NamesEachGapOnce) {
+  auto shadows = cornerWalls();
+  gapOf(shadows);
+  EXPECT_TRUE(hidesAll(shadows, {20, 20}, {30, 30}));
+  EXPECT_TRUE(hidesAll(shadows, {40, 40}, {50, 50}));
+}
+
+TEST(WallShadows, NamesAllOfAGapOfWhichAViewShowsAPart) {
+  struct Part {
+    MKMapPoint low;
+    MKMapPoint high;
+  };
+  const Part lower{{20, 17}, {20, 19.9}};
+  const Part upper{{20, 19.9}, {20, 25}};
+  for (const auto& [first, second] : {std::pair(lower, upper), std::pair(upper, lower)}) {
+    auto shadows = shadowsFrom({0, 0}, {{{10, 0}, {10, 9.9}}, {{10, 10}, {0, 10}}});
+    std::vector<WallShadows::Gap> gaps;
+    ASSERT_TRUE(shadows.hidesButForGaps(first.low, first.high, 0.1, gaps));
+    ASSERT_EQ(gaps.size(), 1u);
+    const auto wedge = shadows.wedgeOf(gaps[0]);
+    EXPECT_TRUE(wedge.reaches({20, 19.81}));
+    EXPECT_TRUE(wedge.reaches({20, 19.99}));
+    EXPECT_FALSE(wedge.reaches({20, 19.7}));
+    EXPECT_FALSE(wedge.reaches({20, 20.1}));
+    EXPECT_TRUE(shadows.hidesButForGaps(second.low, second.high, 0.1, gaps));
+    EXPECT_TRUE(gaps.empty());
+  }
+}
+
+TEST(WallShadows, WhereANearerWallEndsAnothersShadowASliverIsNamed) {
+  auto shadows = cornerWalls();
+  gapOf(shadows);
+  shadows.add({{5, 4.9}, {5, 4.99}});
+  std::vector<WallShadows::Gap> gaps;
+  EXPECT_TRUE(shadows.hidesButForGaps({40, 39}, {50, 51}, kNarrow, gaps));
+  const auto reach = [&](MKMapPoint point) {
+    return std::any_of(gaps.begin(), gaps.end(),
+                       [&](const auto& gap) { return shadows.wedgeOf(gap).reaches(point); });
+  };
+  EXPECT_TRUE(reach({50, 49}));
+  EXPECT_TRUE(reach({50, 49.9}));
+  EXPECT_FALSE(reach({50, 50}));
+}
+
+TEST(WallShadows, AGapThatIsTooWideHidesNothingBehindIt) {
   auto shadows = shadowsFrom({0, 0}, {{{10, 0}, {10, 9.99}}, {{10, 10}, {0, 10}}});
-  std::vector<WallShadows::Sliver> slivers;
-  EXPECT_FALSE(shadows.hidesButForSlivers({20, 20}, {30, 30}, slivers));
-  EXPECT_TRUE(slivers.empty());
+  std::vector<WallShadows::Gap> gaps;
+  EXPECT_FALSE(shadows.hidesButForGaps({20, 20}, {30, 30}, kNarrow, gaps));
+  EXPECT_TRUE(shadows.hidesButForGaps({20, 20}, {30, 30}, 0.001, gaps));
 }
 
 TEST(WallShadows, AClosedRoomHidesEveryAreaAroundIt) {
   for (const int corners : {3, 4, 7, 40}) {
     auto shadows = shadowsFrom({0.1, 0.2}, polygon(corners, 1));
-    std::vector<WallShadows::Sliver> slivers;
+    std::vector<WallShadows::Gap> all;
+    std::vector<WallShadows::Gap> gaps;
     for (double x = -20; x < 20; x += 0.7) {
       for (double y = -20; y < 20; y += 0.7) {
         if (std::hypot(x + 0.35, y + 0.35) < 4) continue;
-        EXPECT_TRUE(shadows.hidesButForSlivers({x, y}, {x + 0.7, y + 0.7}, slivers))
+        EXPECT_TRUE(shadows.hidesButForGaps({x, y}, {x + 0.7, y + 0.7}, kNarrow, gaps))
             << x << "," << y << " with " << corners;
+        all.insert(all.end(), gaps.begin(), gaps.end());
       }
     }
-    EXPECT_EQ(slivers.size(), static_cast<std::size_t>(corners));
+    EXPECT_EQ(all.size(), static_cast<std::size_t>(corners));
     for (const auto& wall : polygon(corners, 1)) {
       const MKMapPoint behind{0.1 + (wall.from.x - 0.1) * 5, 0.2 + (wall.from.y - 0.2) * 5};
-      EXPECT_EQ(std::count_if(slivers.begin(), slivers.end(),
-                              [&](const WallShadows::Sliver& sliver) {
-                                return shadows.rayOf(sliver).reaches(behind);
-                              }),
-                1)
+      EXPECT_EQ(
+          std::count_if(all.begin(), all.end(),
+                        [&](const auto& gap) { return shadows.wedgeOf(gap).reaches(behind); }),
+          1)
           << behind.x << "," << behind.y;
     }
   }
@@ -189,10 +252,10 @@ TEST(WallShadows, AWallThatTheViewpointIsOnHidesBothItsSides) {
   for (const MKMapPoint viewpoint : {MKMapPoint{0, 0}, MKMapPoint{4, 0}, MKMapPoint{10, 0}}) {
     auto shadows = shadowsFrom(viewpoint, {{{0, 0}, {10, 0}}});
     EXPECT_TRUE(shadows.hides({3, 0.01}));
-    EXPECT_TRUE(shadows.hides({3, -5}, {90, -4}));
+    EXPECT_TRUE(hidesAll(shadows, {3, -5}, {90, -4}));
     EXPECT_FALSE(shadows.hides({3, 0}));
     EXPECT_FALSE(shadows.hides({30, 0}));
-    EXPECT_FALSE(shadows.hides({3, -5}, {90, 4}));
+    EXPECT_FALSE(hidesAll(shadows, {3, -5}, {90, 4}));
   }
 }
 

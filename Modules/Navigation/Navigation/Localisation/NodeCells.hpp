@@ -20,6 +20,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "Navigation/Localisation/Wedge.hpp"
 #include "Platform/Location.hpp"
 #include "Platform/MapPoint.hpp"
 
@@ -30,8 +31,6 @@ using KorvaniPlatform::MKMapPoint;
 
 class NodeCells {
  public:
-  static constexpr double kRayWidth = 1e-7;
-
   struct Entry {
     CLLocationCoordinate2D coordinate;  // numbers of at most 1e4
     MKMapPoint point;
@@ -43,6 +42,18 @@ class NodeCells {
 
   // The side of a cell, in degrees. Positive.
   double side() const { return side_; }
+
+  // The same in units of the map plane, from west to east.
+  double sideAcross() const { return 1.0 / columnsAUnit_; }
+
+  // The distance of the farthest corner of the bounds, as the sum of those in x and in y.
+  double distanceToFarthest(MKMapPoint point) const {
+    return std::max(std::abs(low_.x - point.x), std::abs(high_.x - point.x)) +
+           std::max(std::abs(low_.y - point.y), std::abs(high_.y - point.y));
+  }
+
+  // The distance from one corner of the bounds to the other, as such a sum.
+  double distanceAcross() const { return high_.x - low_.x + high_.y - low_.y; }
 
   // Calls `visit(first, last)` with runs of entries that hold every node within `reach` degrees of
   // the position, and others that are near, until it returns false. The position's numbers are at
@@ -62,16 +73,16 @@ class NodeCells {
     }
   }
 
-  // The same for the nodes on a ray of the map plane, or within kRayWidth of it as a part of their
-  // distance from `start`; all runs are visited. The ray goes up to `length` times as far as
-  // `direction`, whose numbers add up to 1 but for their signs.
+  // The same for the nodes in a wedge, up to its end; all runs are visited.
   template <class Visit>
-  void along(MKMapPoint start, MKMapPoint direction, double length, Visit visit) const {
+  void along(const Wedge& wedge, Visit visit) const {
     if (entries_.empty()) return;
-    const double farthest = distanceToFarthest(start);
-    // The latter is far more than points of the plane are rounded by.
-    const double margin = 2.0 * kRayWidth * farthest + 1e-4;
-    const double reach = std::min(length, 2.0 * farthest + 1.0);
+    const MKMapPoint start = wedge.tip();
+    const MKMapPoint direction = wedge.middle();
+    const double reach = std::min(wedge.length(), distanceToFarthest(start) + 1.0);
+    // How far beside the middle of the wedge its points are, in x and in y together. The last part
+    // is far more than points of the plane are rounded by.
+    const double margin = (wedge.width() + 2.0 * Wedge::kSlack) * reach + 1e-4;
     const MKMapPoint end{start.x + direction.x * reach, start.y + direction.y * reach};
     const MKMapPoint north = direction.y > 0 ? start : end;
     const MKMapPoint south = direction.y > 0 ? end : start;
@@ -103,11 +114,6 @@ class NodeCells {
 
   void measure(const std::vector<Entry>& entries);
   void findRowEdges();
-  // The distance of the farthest corner, as the sum of those in x and in y.
-  double distanceToFarthest(MKMapPoint point) const {
-    return std::max(std::abs(low_.x - point.x), std::abs(high_.x - point.x)) +
-           std::max(std::abs(low_.y - point.y), std::abs(high_.y - point.y));
-  }
   std::size_t rowAt(double y) const;
   std::size_t columnAt(double x) const {
     return sliceOf((x - low_.x) * columnsAUnit_, columnCount_);

@@ -35,16 +35,17 @@ void include(NodeTree::Box& box, CLLocationCoordinate2D southWest, CLLocationCoo
   box.high = {std::max(box.high.x, high.x), std::max(box.high.y, high.y)};
 }
 
-NodeTree::Box boxAround(const std::vector<NodeTree::Node>& nodes, std::uint32_t first,
-                        std::uint32_t last) {
-  NodeTree::Box box = kNothing;
-  for (std::uint32_t i = first; i < last; ++i) {
-    const NodeTree::Node& node = nodes[i];
-    include(box, node.coordinate, node.coordinate, node.point, node.point);
+bool isHigherThanWide(const NodeTree::Node* nodes, std::size_t count) {
+  CLLocationCoordinate2D southWest = nodes->coordinate;
+  CLLocationCoordinate2D northEast = southWest;
+  for (const NodeTree::Node* node = nodes; node != nodes + count; ++node) {
+    const CLLocationCoordinate2D& place = node->coordinate;
+    southWest.latitude = std::min(southWest.latitude, place.latitude);
+    southWest.longitude = std::min(southWest.longitude, place.longitude);
+    northEast.latitude = std::max(northEast.latitude, place.latitude);
+    northEast.longitude = std::max(northEast.longitude, place.longitude);
   }
-  box.first = first;
-  box.count = last - first;
-  return box;
+  return northEast.latitude - southWest.latitude > northEast.longitude - southWest.longitude;
 }
 
 // Where to part so many nodes: the left part fills a whole number of boxes of some kind.
@@ -72,17 +73,21 @@ NodeTree::NodeTree(const std::vector<CLLocationCoordinate2D>& coordinates)
   nodes_.reserve(coordinates.size());
   for (const CLLocationCoordinate2D coordinate : coordinates) {
     const auto index = static_cast<std::uint32_t>(nodes_.size());
-    nodes_.push_back({coordinate, KorvaniPlatform::MKMapPointForCoordinate(coordinate), index});
+    nodes_.push_back({coordinate, index});
   }
   const auto others = std::stable_partition(
       nodes_.begin(), nodes_.end(), [](const Node& node) { return isOrdinary(node.coordinate); });
   countInBoxes_ = static_cast<std::uint32_t>(others - nodes_.begin());
   sortIntoBoxes(0, countInBoxes_);
+  points_.reserve(nodes_.size());
+  for (const Node& node : nodes_) {
+    points_.push_back(KorvaniPlatform::MKMapPointForCoordinate(node.coordinate));
+  }
   makeLeaves();
   std::vector<NodeCells::Entry> entries;
   entries.reserve(countInBoxes_);
   for (std::uint32_t i = 0; i < countInBoxes_; ++i) {
-    entries.push_back({nodes_[i].coordinate, nodes_[i].point, nodes_[i].index, i});
+    entries.push_back({nodes_[i].coordinate, points_[i], nodes_[i].index, i});
   }
   cells_ = NodeCells(entries);
 }
@@ -91,10 +96,7 @@ NodeTree::NodeTree(const std::vector<CLLocationCoordinate2D>& coordinates)
 // stretch of the list.
 void NodeTree::sortIntoBoxes(std::uint32_t first, std::uint32_t last) {
   if (last - first <= kFanOut) return;
-  const Box box = boxAround(nodes_, first, last);
-  const double height = box.northEast.latitude - box.southWest.latitude;
-  const double width = box.northEast.longitude - box.southWest.longitude;
-  const bool byLatitude = height > width;
+  const bool byLatitude = isHigherThanWide(&nodes_[first], last - first);
   const std::uint32_t middle = first + leftPartOf(last - first);
   std::nth_element(nodes_.begin() + first, nodes_.begin() + middle, nodes_.begin() + last,
                    [byLatitude](const Node& a, const Node& b) {
@@ -105,10 +107,20 @@ void NodeTree::sortIntoBoxes(std::uint32_t first, std::uint32_t last) {
   sortIntoBoxes(middle, last);
 }
 
+NodeTree::Box NodeTree::boxAround(std::uint32_t first, std::uint32_t last) const {
+  Box box = kNothing;
+  for (std::uint32_t i = first; i < last; ++i) {
+    include(box, nodes_[i].coordinate, nodes_[i].coordinate, points_[i], points_[i]);
+  }
+  box.first = first;
+  box.count = last - first;
+  return box;
+}
+
 void NodeTree::makeLeaves() {
   boxes_.reserve(countInBoxes_ / (kFanOut - 1) + 8);
   for (std::uint32_t first = 0; first < countInBoxes_; first += kFanOut) {
-    boxes_.push_back(boxAround(nodes_, first, std::min(first + kFanOut, countInBoxes_)));
+    boxes_.push_back(boxAround(first, std::min(first + kFanOut, countInBoxes_)));
   }
   leafCount_ = static_cast<std::uint32_t>(boxes_.size());
   std::uint32_t first = 0;
@@ -135,8 +147,8 @@ void NodeTree::makeBoxesAbove(std::uint32_t first, std::uint32_t last) {
 }
 
 std::size_t NodeTree::bytes() const {
-  return sizeof *this + nodes_.capacity() * sizeof(Node) + boxes_.capacity() * sizeof(Box) +
-         cells_.bytes();
+  return sizeof *this + nodes_.capacity() * sizeof(Node) + points_.capacity() * sizeof(MKMapPoint) +
+         boxes_.capacity() * sizeof(Box) + cells_.bytes();
 }
 
 }  // namespace KorvaniNavigation

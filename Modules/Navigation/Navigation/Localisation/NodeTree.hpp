@@ -43,7 +43,6 @@ class NodeTree {
 
   struct Node {
     CLLocationCoordinate2D coordinate;
-    MKMapPoint point;
     std::uint32_t index = 0;  // its place in the order of insertion
   };
 
@@ -68,6 +67,10 @@ class NodeTree {
   const std::vector<Node>& nodes() const { return nodes_; }
   std::uint32_t countInBoxes() const { return countInBoxes_; }
 
+  // Where they are on the map plane, in the same order. Apart, as who asks for many asks for no
+  // more.
+  const std::vector<MKMapPoint>& points() const { return points_; }
+
   // Leaves come first, and the box around all comes last; empty when no node is in a box.
   const std::vector<Box>& boxes() const { return boxes_; }
   bool isLeaf(std::uint32_t box) const { return box < leafCount_; }
@@ -80,10 +83,12 @@ class NodeTree {
 
  private:
   void sortIntoBoxes(std::uint32_t first, std::uint32_t last);
+  Box boxAround(std::uint32_t first, std::uint32_t last) const;
   void makeLeaves();
   void makeBoxesAbove(std::uint32_t first, std::uint32_t last);
 
   std::vector<Node> nodes_;
+  std::vector<MKMapPoint> points_;
   std::vector<Box> boxes_;
   std::uint32_t countInBoxes_ = 0;
   std::uint32_t leafCount_ = 0;

@@ -5,7 +5,9 @@
 #include <limits>
 #include <optional>
 
+#include "Navigation/Localisation/NodesInWedges.hpp"
 #include "Navigation/Localisation/WallShadows.hpp"
+#include "Navigation/Localisation/Wedge.hpp"
 
 namespace KorvaniNavigation {
 
@@ -14,12 +16,17 @@ namespace {
 // Most positions see a node before so many boxes are open. Up to then, to ask for shadows costs
 // more than they save: up to a tenth of the time of such a search.
 constexpr std::uint32_t kFewBoxes = 16;
-// After so many boxes a search is taken for one that sees little, and sees to slivers one by one
-// so that it can pass over areas that they run through.
-constexpr std::uint32_t kPatience = 32;
+// Gaps between shadows are seen to apart, so that the area behind can be passed over, where they
+// are no wider than so much of a cell of nodes at the far end of the level: few nodes are in them
+// then.
+constexpr double kWidestGap = 0.05;
+// In the measure of directions: no wedge is wider, whatever the level.
+constexpr double kWidestWedge = 0.1;
 
-// Where a wall behind a corner is looked for, as a multiple of the corner's distance.
+// How far behind a corner another wall is looked for: as a multiple of the corner's distance, and
+// in cells of nodes. To look farther takes longer than to look at the nodes up to there.
 constexpr double kLongestWayToLid = 20.0;
+constexpr double kCellsToLid = 40.0;
 
 // One walk outwards from a position.
 class VisibleNodeSearch {
@@ -29,7 +36,8 @@ class VisibleNodeSearch {
         walls_(walls),
         position_(position),
         viewpoint_(KorvaniPlatform::MKMapPointForCoordinate(position)),
-        shadows_(viewpoint_) {}
+        shadows_(viewpoint_),
+        wedges_(tree, viewpoint_) {}
 
   std::vector<std::uint32_t> run();
 
@@ -56,10 +64,12 @@ class VisibleNodeSearch {
   void putNode(std::uint32_t place);
   void begin();
   void open(const Candidate& candidate);
-  bool passesOver(const NodeTree::Box& box, double distance);
-  WallShadows::Ray openPartOf(const WallShadows::Sliver& sliver) const;
-  void putNodesOn(const WallShadows::Ray& ray, double distance);
-  void putNodesOn(const WallShadows::Ray& ray, double distance, std::uint32_t box);
+  bool passesOver(const NodeTree::Box& box);
+  Wedge openPartOf(const WallShadows::Gap& gap) const;
+  bool putNodesInWedges();
+  double planeReach() const;
+  void search();
+  void settle();
   void lookAt(const Candidate& candidate);
 
   const NodeTree& tree_;
@@ -69,11 +79,12 @@ class VisibleNodeSearch {
   WallShadows shadows_;
   std::vector<Candidate> heap_;
   std::vector<Candidate> unknown_;  // nodes of a distance that is no number
-  std::vector<WallShadows::Sliver> slivers_;
-  std::vector<std::uint32_t> visible_;
+  std::vector<WallShadows::Gap> gaps_;
+  double widestGap_ = 0;
+  NodesInWedges wedges_;  // what is left open of boxes passed over
+  std::vector<Candidate> visible_;
   double best_ = kNone;
   std::uint32_t openedCount_ = 0;
-  std::uint32_t lastRank_ = 0;
   bool usesBoxes_ = false;
 };
 
@@ -96,6 +107,9 @@ void VisibleNodeSearch::putNode(std::uint32_t place) {
 void VisibleNodeSearch::begin() {
   usesBoxes_ = NodeTree::isOrdinary(position_) && !tree_.boxes().empty();
   heap_.reserve(256);
+  const NodeCells& cells = tree_.cells();
+  const double farCell = cells.sideAcross() / cells.distanceToFarthest(viewpoint_);
+  widestGap_ = std::min(kWidestGap * farCell, kWidestWedge);
   if (usesBoxes_) put({0, 0, static_cast<std::uint32_t>(tree_.boxes().size() - 1)});
   const auto count = static_cast<std::uint32_t>(tree_.nodes().size());
   for (std::uint32_t i = usesBoxes_ ? tree_.countInBoxes() : 0; i < count; ++i) putNode(i);
@@ -105,6 +119,18 @@ void VisibleNodeSearch::begin() {
 
 std::vector<std::uint32_t> VisibleNodeSearch::run() {
   begin();
+  do {
+    search();
+  } while (putNodesInWedges());
+  settle();
+  for (const Candidate& candidate : unknown_) lookAt(candidate);
+  std::vector<std::uint32_t> indexes;
+  indexes.reserve(visible_.size());
+  for (const Candidate& candidate : visible_) indexes.push_back(candidate.rank - 1);
+  return indexes;
+}
+
+void VisibleNodeSearch::search() {
   while (!heap_.empty()) {
     const Candidate candidate = heap_.front();
     if (isBeyondReach(candidate.distance)) break;
@@ -116,81 +142,72 @@ std::vector<std::uint32_t> VisibleNodeSearch::run() {
       lookAt(candidate);
     }
   }
-  for (const Candidate& candidate : unknown_) lookAt(candidate);
-  return std::move(visible_);
 }
 
 void VisibleNodeSearch::open(const Candidate& candidate) {
   const NodeTree::Box& box = tree_.boxes()[candidate.place];
-  if (passesOver(box, candidate.distance)) return;
   const bool isLeaf = tree_.isLeaf(candidate.place);
+  const bool usesShadows = ++openedCount_ > kFewBoxes;
+  if (usesShadows && !isLeaf && passesOver(box)) return;
   for (std::uint32_t i = box.first; i < box.first + box.count; ++i) {
     if (!isLeaf) {
       put({tree_.boxes()[i].distanceFrom(position_), 0, i});
-    } else if (openedCount_ <= kFewBoxes || !shadows_.hides(tree_.nodes()[i].point)) {
+    } else if (!usesShadows || !shadows_.hides(tree_.points()[i])) {
       putNode(i);
     }
   }
 }
 
-bool VisibleNodeSearch::passesOver(const NodeTree::Box& box, double distance) {
-  if (++openedCount_ <= kFewBoxes) return false;
-  if (openedCount_ <= kPatience) return shadows_.hides(box.low, box.high);
-  slivers_.clear();
-  if (!shadows_.hidesButForSlivers(box.low, box.high, slivers_)) return false;
-  for (const auto& sliver : slivers_) putNodesOn(openPartOf(sliver), distance);
+bool VisibleNodeSearch::passesOver(const NodeTree::Box& box) {
+  if (!shadows_.hidesButForGaps(box.low, box.high, widestGap_, gaps_)) return false;
+  for (const WallShadows::Gap& gap : gaps_) wedges_.add(openPartOf(gap));
   return true;
 }
 
 // Behind a corner another wall is mostly near, so that few nodes lie in its sliver before that.
-WallShadows::Ray VisibleNodeSearch::openPartOf(const WallShadows::Sliver& sliver) const {
-  const MKMapPoint ray = sliver.direction;
-  const auto at = [&](double reach) {
-    return MKMapPoint{viewpoint_.x + ray.x * reach, viewpoint_.y + ray.y * reach};
+Wedge VisibleNodeSearch::openPartOf(const WallShadows::Gap& gap) const {
+  const Wedge whole = shadows_.wedgeOf(gap);
+  if (gap.near == 0 || wedges_.areMany()) return whole;
+  const MKMapPoint ray = whole.middle();
+  const auto at = [&](double way) {
+    return MKMapPoint{viewpoint_.x + ray.x * way, viewpoint_.y + ray.y * way};
   };
+  const double far =
+      std::min(kLongestWayToLid * gap.near, gap.near + kCellsToLid * tree_.cells().sideAcross());
   for (const double step : {1.001, 1.1, 1.5}) {
-    const WallGrid::Piece* wall =
-        walls_.firstMet(at(step * sliver.reach), at(kLongestWayToLid * sliver.reach));
+    if (step * gap.near >= far) break;
+    const WallGrid::Piece* wall = walls_.firstMet(at(step * gap.near), at(far));
     if (wall == nullptr) break;
-    if (const auto closed = shadows_.rayUpTo(*wall, sliver)) return *closed;
+    if (const auto closed = shadows_.wedgeUpTo(*wall, gap)) return *closed;
   }
-  return shadows_.rayOf(sliver);
+  return whole;
 }
 
-// Nodes nearer than `distance` were looked at, or passed over when their own slivers were seen to.
-// Some of these are put a second time when their box is opened. Such twins follow each other.
-void VisibleNodeSearch::putNodesOn(const WallShadows::Ray& ray, double distance) {
-  if (!tree_.cells().isEven()) {
-    putNodesOn(ray, distance, static_cast<std::uint32_t>(tree_.boxes().size() - 1));
-    return;
+// Whether there were any wedges. Some of the nodes in them may have been looked at already.
+bool VisibleNodeSearch::putNodesInWedges() {
+  if (wedges_.isEmpty()) return false;
+  for (const std::uint32_t place : wedges_.take(planeReach())) {
+    if (!shadows_.hides(tree_.points()[place])) putNode(place);
   }
-  const auto putRun = [&](const NodeCells::Entry* node, const NodeCells::Entry* last) {
-    for (; node != last; ++node) {
-      if (!ray.reaches(node->point)) continue;
-      if (degreeDistance(position_, node->coordinate) >= distance) putNode(node->place);
-    }
-  };
-  tree_.cells().along(viewpoint_, ray.direction(), ray.length(), putRun);
+  return true;
 }
 
-// The same from box to box.
-void VisibleNodeSearch::putNodesOn(const WallShadows::Ray& ray, double distance,
-                                   std::uint32_t box) {
-  const NodeTree::Box& parts = tree_.boxes()[box];
-  for (std::uint32_t i = parts.first; i < parts.first + parts.count; ++i) {
-    if (!tree_.isLeaf(box)) {
-      const NodeTree::Box& part = tree_.boxes()[i];
-      if (ray.reachesInto(part.low, part.high)) putNodesOn(ray, distance, i);
-    } else if (ray.reaches(tree_.nodes()[i].point)) {
-      if (degreeDistance(position_, tree_.nodes()[i].coordinate) >= distance) putNode(i);
-    }
-  }
+// How far on the map plane nodes may be that are in reach, as the sum of the distances in x and y.
+double VisibleNodeSearch::planeReach() const {
+  constexpr double kUnitsADegree = KorvaniPlatform::kMKMapWorldSize / 360.0;
+  // Far more than the plane's points are rounded by.
+  constexpr double kMore = 1.001;
+  constexpr double kAtLeast = 1e-3;
+  if (best_ == kNone) return std::numeric_limits<double>::infinity();
+  const double degrees = kVisibleNodeReach * best_;
+  const double farthest =
+      std::min(std::abs(position_.latitude) + degrees, KorvaniPlatform::kMKMapMaximumLatitude);
+  const double stretch = 1.0 / std::cos(KorvaniPlatform::radians(farthest));
+  return kMore * degrees * kUnitsADegree * (1.0 + stretch) + kAtLeast;
 }
 
 void VisibleNodeSearch::lookAt(const Candidate& candidate) {
-  if (candidate.rank == lastRank_) return;
-  lastRank_ = candidate.rank;
-  const MKMapPoint point = tree_.nodes()[candidate.place].point;
+  const MKMapPoint point = tree_.points()[candidate.place];
   const bool mayBeInShadow = usesBoxes_ && candidate.place < tree_.countInBoxes();
   if (mayBeInShadow && shadows_.hides(point)) return;
   if (const WallGrid::Piece* wall = walls_.firstMet(viewpoint_, point)) {
@@ -198,7 +215,18 @@ void VisibleNodeSearch::lookAt(const Candidate& candidate) {
     return;
   }
   best_ = std::min(best_, candidate.distance);
-  visible_.push_back(candidate.rank - 1);
+  visible_.push_back(candidate);
+}
+
+// In their order, each once, up to the reach of the nearest: nodes in wedges are looked at late.
+void VisibleNodeSearch::settle() {
+  std::sort(visible_.begin(), visible_.end(),
+            [](const Candidate& a, const Candidate& b) { return b < a; });
+  visible_.erase(
+      std::unique(visible_.begin(), visible_.end(),
+                  [](const Candidate& a, const Candidate& b) { return a.rank == b.rank; }),
+      visible_.end());
+  while (!visible_.empty() && isBeyondReach(visible_.back().distance)) visible_.pop_back();
 }
 
 }  // namespace

@@ -17,9 +17,10 @@ inline constexpr double kVisibleNodeReach = 2.5;
 //
 // Boxes of the tree and nodes are taken nearest first from a heap. A box that what was found of
 // walls hides is passed over as a whole, so the cost depends on what is around the position, not on
-// the size of the level. A position that sees nothing costs one to two microseconds for each corner
-// of the walls around it; where no other walls stand behind these, what the line over the corner
-// passes of the level besides.
+// the size of the level. Where walls share a corner, or leave a narrow gap, a few nodes behind may
+// be in sight all the same; these wedges are gathered and looked at in the end. A position that
+// sees nothing costs one to two microseconds for each wall around it. Where no other walls stand
+// behind these, there is besides what the wedges pass of the level, at most two nanoseconds a node.
 std::vector<std::uint32_t> visibleNodesByBoxes(const NodeTree& nodes, const WallGrid& walls,
                                                CLLocationCoordinate2D position);
 

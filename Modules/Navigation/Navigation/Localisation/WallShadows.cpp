@@ -144,8 +144,7 @@ void WallShadows::insert(const Shadow& shadow) {
   const auto put = [this](const Shadow& whole, double start, double end) {
     if (end - start <= kSliver) return;
     Shadow part = whole;
-    part.startIsGathered = whole.startIsGathered && start == whole.start;
-    part.endIsGathered = whole.endIsGathered && end == whole.end;
+    if (end != whole.end) part.namedEnd = -1;
     part.start = start;
     part.end = end;
     replacement_.push_back(part);
@@ -206,89 +205,109 @@ bool WallShadows::isBesideOwnWall(const View& view) const {
          4.0 * kClear * extent.reach() * size;
 }
 
-void WallShadows::noteEnd(Shadow& shadow, bool isStart) {
-  hasEnds_ = true;
-  const End end{&shadow, isStart};
-  if (!end.isGathered()) ends_.push_back(end);
+// The place of the first shadow that starts after a direction.
+std::size_t WallShadows::firstAfter(double direction) const {
+  const auto after =
+      std::upper_bound(shadows_.begin(), shadows_.end(), direction,
+                       [](double value, const Shadow& other) { return value < other.start; });
+  return static_cast<std::size_t>(after - shadows_.begin());
 }
 
-bool WallShadows::covers(double start, double end, const View& view) {
-  auto shadow = std::upper_bound(
-      shadows_.begin(), shadows_.end(), start,
-      [](double direction, const Shadow& other) { return direction < other.start; });
-  if (shadow == shadows_.begin()) return false;
-  --shadow;
-  if (start - shadow->start < 2.0 * kSliver) noteEnd(*shadow, true);
-  while (isBehind(*shadow, view)) {
-    if (shadow->end - end >= 2.0 * kSliver) return true;
-    noteEnd(*shadow, false);
-    if (shadow->end >= end) return true;
-    const double reached = shadow->end;
-    ++shadow;
-    if (shadow == shadows_.end() || shadow->start - reached > kSliver) return false;
-    noteEnd(*shadow, true);
+// Shadows before a view are passed by only to name the gap that it starts in.
+template <class Visit>
+bool WallShadows::eachGap(double start, double end, const View& view, Visit visit) const {
+  std::size_t i = firstAfter(start);
+  i -= std::min<std::size_t>(i, 2);
+  std::size_t before = kNone;
+  double seen = start;
+  for (; i < shadows_.size() && shadows_[i].start < end; ++i) {
+    const Shadow& shadow = shadows_[i];
+    const double last = shadow.end - 2.0 * kSliver;
+    if (last > seen) {
+      if (!isBehind(shadow, view)) continue;
+      const double first = shadow.start + 2.0 * kSliver;
+      if (first > seen && !visit(seen, std::min(first, end), before)) return false;
+      if (last >= end) return true;
+      seen = last;
+    }
+    before = i;
   }
-  return false;
+  return visit(seen, end, before);
 }
 
-// Leaves in `ends_` the ends whose slivers reach into the view.
-bool WallShadows::isHidden(MKMapPoint low, MKMapPoint high) {
-  ends_.clear();
-  hasEnds_ = false;
+template <class Visit>
+bool WallShadows::eachGap(const View& view, Visit visit) const {
+  if (view.start <= view.end) return eachGap(view.start, view.end, view, visit);
+  return eachGap(view.start, kTurn, view, visit) && eachGap(0, view.end, view, visit);
+}
+
+bool WallShadows::isWithin(const View& view) {
+  return view.low.x <= 0 && view.high.x >= 0 && view.low.y <= 0 && view.high.y >= 0;
+}
+
+bool WallShadows::hides(MKMapPoint point) const {
+  if (shadows_.empty() && !isOnWall_) return false;
+  const MKMapPoint way = minus(point, viewpoint_);
+  if (way.x == 0 && way.y == 0) return false;
+  if (isOnWall_ && isBesideOwnWall({way, way})) return true;
+  const double direction = directionOf(way);
+  const std::size_t after = firstAfter(direction);
+  if (after == 0) return false;
+  const Shadow& shadow = shadows_[after - 1];
+  return direction - shadow.start >= 2.0 * kSliver && shadow.end - direction >= 2.0 * kSliver &&
+         isBehind(shadow, {way, way});
+}
+
+bool WallShadows::hidesButForGaps(MKMapPoint low, MKMapPoint high, double widest,
+                                  std::vector<Gap>& gaps) {
+  gaps.clear();
   if (shadows_.empty() && !isOnWall_) return false;
   const View view = viewOf(low, high);
-  const bool isAround = view.low.x <= 0 && view.high.x >= 0 && view.low.y <= 0 && view.high.y >= 0;
-  if (isAround) return false;
+  if (isWithin(view)) return false;
   if (isOnWall_ && isBesideOwnWall(view)) return true;
-  if (view.start <= view.end) return covers(view.start, view.end, view);
-  return covers(view.start, kTurn, view) && covers(0, view.end, view);
-}
-
-bool WallShadows::hides(MKMapPoint point) { return hides(point, point); }
-
-bool WallShadows::hides(MKMapPoint low, MKMapPoint high) {
-  return isHidden(low, high) && !hasEnds_;
-}
-
-bool WallShadows::hidesButForSlivers(MKMapPoint low, MKMapPoint high,
-                                     std::vector<Sliver>& slivers) {
-  if (!isHidden(low, high)) return false;
-  for (const End& end : ends_) {
-    end.isGathered() = true;
-    const double direction = turnBetween(0, end.direction());
-    const auto next = std::lower_bound(slivers_.begin(), slivers_.end(), direction - kSliver / 2);
-    if (next != slivers_.end() && *next <= direction + kSliver / 2) continue;
-    slivers_.insert(next, direction);
-    slivers.push_back(sliverOf(end));
+  const bool isHidden = eachGap(view, [&](double start, double end, std::size_t before) {
+    if (end - start > widest) return false;
+    if (before == kNone || end > shadows_[before].namedEnd) {
+      gaps.push_back(gapAt(start, end, before, widest));
+    }
+    return true;
+  });
+  if (!isHidden) return false;
+  for (const Gap& gap : gaps) {
+    if (gap.before != kNone) shadows_[gap.before].namedEnd = gap.end;
   }
   return true;
 }
 
-WallShadows::Sliver WallShadows::sliverOf(const End& end) {
-  const MKMapPoint direction = towards(end.direction());
-  return {direction, end.shadow->limit / crossProduct(direction, end.shadow->along)};
+// A view may show a part of a gap, and the next one another part, so all of it is named.
+WallShadows::Gap WallShadows::gapAt(double start, double end, std::size_t before,
+                                    double widest) const {
+  if (before == kNone) return {start, end, 0, kNone};
+  const Shadow& shadow = shadows_[before];
+  Gap gap{shadow.end - 2.0 * kSliver, end, 0, before};
+  const double turn = crossProduct(towards(gap.start), shadow.along);
+  gap.near = turn > 0 ? shadow.limit / turn : 0;
+  if (before + 1 < shadows_.size()) {
+    gap.end = std::max(end, shadows_[before + 1].start + 2.0 * kSliver);
+  }
+  if (gap.end - gap.start <= widest) return gap;
+  return {start, end, gap.near, kNone};
 }
 
-WallShadows::Ray WallShadows::rayOf(const Sliver& sliver) const {
-  return {viewpoint_, sliver.direction, std::numeric_limits<double>::infinity()};
-}
-
-std::optional<WallShadows::Ray> WallShadows::rayUpTo(const WallGrid::Piece& wall,
-                                                     const Sliver& sliver) const {
+std::optional<Wedge> WallShadows::wedgeUpTo(const WallGrid::Piece& wall, const Gap& gap) const {
   constexpr double kInside = 16.0 * kSliver;
-  // Beyond a wall that is met so steeply, this much farther is well out of reach of the sliver's
-  // width and of rounding.
+  // Beyond a wall that is met so steeply, this much farther is well out of reach of rounding.
   constexpr double kLeastSine = 1e-3;
   constexpr double kBeyond = 1.001;
-  const auto shadow = shadowOf(wall);
-  if (!shadow) return std::nullopt;
-  const MKMapPoint& ray = sliver.direction;
-  const double place = turnBetween(shadow->start, directionOf(ray));
-  const double width = turnBetween(shadow->start, shadow->end);
-  if (place < kInside || width - place < kInside) return std::nullopt;
-  const double turn = crossProduct(ray, shadow->along);
-  if (turn < kLeastSine * lengthOf(ray) * lengthOf(shadow->along)) return std::nullopt;
-  return Ray(viewpoint_, ray, kBeyond * shadow->limit / turn);
+  const auto lid = shadowOf(wall);
+  if (!lid) return std::nullopt;
+  const double place = turnBetween(lid->start, gap.start);
+  const double width = turnBetween(lid->start, lid->end);
+  if (place < kInside || width - place < gap.end - gap.start + kInside) return std::nullopt;
+  const double turn = std::min(crossProduct(towards(gap.start), lid->along),
+                               crossProduct(towards(gap.end), lid->along));
+  if (turn < kLeastSine * lengthOf(lid->along)) return std::nullopt;
+  return wedgeOf(gap, kBeyond * lid->limit / turn);
 }
 
 }  // namespace KorvaniNavigation
