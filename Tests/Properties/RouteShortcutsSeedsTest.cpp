@@ -31,9 +31,11 @@ using KorvaniNavigation::KRVNavEdge;
 using KorvaniNavigation::KRVNavObstacle;
 using KorvaniNavigation::MKCoordinateForMapPoint;
 using KorvaniNavigation::MKMapPointForCoordinate;
+using KorvaniNavigation::MapPlace;
 using KorvaniNavigation::ObstacleDetector;
+using KorvaniNavigation::RouteEdge;
 
-using EdgePtr = std::shared_ptr<KRVNavEdge>;
+using Edges = KorvaniNavigation::Edges;
 
 constexpr std::uint64_t kFeet = 300'000;
 constexpr std::uint64_t kWays = 20'000;
@@ -76,7 +78,7 @@ TEST(EdgeFootSeeds, AreWhereThePlainFormulaPutsThem) {
                         one.longitude + share * (two.longitude - one.longitude)},
                        numbers.unit() * 0.1, 0);
     }
-    const auto actual = footBetween(one, two, position);
+    const auto actual = footBetween(MapPlace(one), MapPlace(two), MapPlace(position));
     const auto expected = plainFoot(one, two, position);
     ASSERT_EQ(actual.has_value(), expected.has_value()) << "foot " << i;
     if (!expected) continue;
@@ -87,34 +89,37 @@ TEST(EdgeFootSeeds, AreWhereThePlainFormulaPutsThem) {
   EXPECT_LT(found, kFeet * 9 / 10);
 }
 
-EdgePtr plainShortcut(const KRVNavEdge& edge, const KRVNavEdge& next,
-                      const ObstacleDetector& walls) {
-  const auto a = edge.start();
-  const auto b = next.start();
-  const auto c = next.end();
+std::optional<RouteEdge> plainShortcut(const RouteEdge& edge, const RouteEdge& next,
+                                       const ObstacleDetector& walls) {
+  const auto a = edge.start;
+  const auto b = next.start;
+  const auto c = next.end;
   const double distance = a->location().distanceFromLocation(c->location());
   const double turn = KorvaniCommonHelpers::clockwiseAngleBetweenLines(
       a->coordinate(), b->coordinate(), b->coordinate(), c->coordinate());
-  if (a->level() != c->level() || distance > 20 || std::abs(turn) < 20) return nullptr;
-  if (walls.isAnyBarrierInBetween(a->coordinate(), c->coordinate())) return nullptr;
-  return std::make_shared<KRVNavEdge>(a, c, distance, edge.multiplicator(), edge.isBarrierFree(),
-                                      edge.type());
+  if (a->level() != c->level() || distance > 20 || std::abs(turn) < 20) return std::nullopt;
+  if (walls.isAnyBarrierInBetween(a->coordinate(), c->coordinate())) return std::nullopt;
+  RouteEdge cut = edge;
+  cut.end = c;
+  cut.distance = distance;
+  return cut;
 }
 
-std::vector<EdgePtr> plainlyCut(const std::vector<EdgePtr>& edges, const ObstacleDetector& walls) {
-  std::vector<EdgePtr> backwards;
+Edges plainlyCut(const Edges& edges, const ObstacleDetector& walls) {
+  Edges backwards;
   for (std::size_t i = edges.size(); i-- > 0;) {
-    auto cut = backwards.empty() ? nullptr : plainShortcut(*edges[i], *backwards.back(), walls);
+    const auto cut =
+        backwards.empty() ? std::nullopt : plainShortcut(edges[i], backwards.back(), walls);
     if (cut) backwards.pop_back();
-    backwards.push_back(cut ? cut : edges[i]);
+    backwards.push_back(cut.value_or(edges[i]));
   }
   std::reverse(backwards.begin(), backwards.end());
   return backwards;
 }
 
 // A way of steps that turn by all angles, often by about as much as decides.
-std::vector<EdgePtr> seededWay(SeededNumbers& numbers) {
-  std::vector<EdgePtr> edges;
+Edges seededWay(SeededNumbers& numbers) {
+  Edges edges;
   double heading = numbers.unit() * 6.3;
   PointPtr last = at(somewhere(numbers));
   for (std::uint32_t i = 2 + numbers.below(8); i > 0; --i) {
@@ -123,7 +128,7 @@ std::vector<EdgePtr> seededWay(SeededNumbers& numbers) {
     const PointPtr next =
         at(moved(last->coordinate(), length * std::cos(heading), length * std::sin(heading)),
            numbers.chance(0.95) ? last->level() : last->level() + 1);
-    edges.push_back(std::make_shared<KRVNavEdge>(last, next, length, 1.0, true));
+    edges.emplace_back(KRVNavEdge(last, next, length, 1.0 + i, i % 2 == 0, std::to_string(i)));
     heading +=
         numbers.chance(0.5) ? (numbers.unit() - 0.5) * 6.3 : 0.349 + (numbers.unit() - 0.5) * 0.1;
     last = next;
@@ -137,7 +142,7 @@ TEST(CornersSeeds, AreCutWhereThePlainFormulaCutsThem) {
   std::size_t edgeCount = 0;
   for (std::uint64_t i = 0; i < kWays && !testing::Test::HasFailure(); ++i) {
     const auto edges = seededWay(numbers);
-    const auto from = edges[edges.size() / 2]->start()->coordinate();
+    const auto from = edges[edges.size() / 2].start->coordinate();
     const ObstacleDetector walls(
         {std::make_shared<KRVNavObstacle>(
             std::vector<CLLocationCoordinate2D>{near(from, numbers), near(from, numbers)})},
@@ -146,9 +151,7 @@ TEST(CornersSeeds, AreCutWhereThePlainFormulaCutsThem) {
     const auto expected = plainlyCut(edges, walls);
     ASSERT_EQ(actual.size(), expected.size()) << "way " << i;
     for (std::size_t k = 0; k < actual.size(); ++k) {
-      EXPECT_EQ(actual[k]->start(), expected[k]->start()) << "way " << i;
-      EXPECT_EQ(actual[k]->end(), expected[k]->end()) << "way " << i;
-      EXPECT_EQ(actual[k]->distance(), expected[k]->distance()) << "way " << i;
+      EXPECT_EQ(actual[k], expected[k]) << "way " << i;
     }
     edgeCount += edges.size();
     cutCount += edges.size() - actual.size();

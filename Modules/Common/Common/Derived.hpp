@@ -61,6 +61,17 @@ class Derived {
     return object;
   }
 
+  /// The form of type T at `stamp` if it is made already; null otherwise. For who can do without.
+  template <class T>
+  std::shared_ptr<const T> ready(RevisionStamp stamp) const {
+    const std::lock_guard lock(mutex_);
+    for (const Form& form : forms_) {
+      if (form.type != &kTypeKey<T>) continue;
+      return form.stamp == stamp ? std::static_pointer_cast<const T>(form.object) : nullptr;
+    }
+    return nullptr;
+  }
+
   /// Whether nothing was asked for yet.
   bool isEmpty() const {
     const std::lock_guard lock(mutex_);

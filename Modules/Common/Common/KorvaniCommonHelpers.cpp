@@ -8,13 +8,19 @@ using KorvaniPlatform::CLLocationCoordinate2D;
 using KorvaniPlatform::degrees;
 using KorvaniPlatform::radians;
 
+BearingPlace::BearingPlace(CLLocationCoordinate2D coordinate)
+    : sine(std::sin(radians(coordinate.latitude))),
+      cosine(std::cos(radians(coordinate.latitude))),
+      longitude(radians(coordinate.longitude)) {}
+
 double initialBearing(CLLocationCoordinate2D from, CLLocationCoordinate2D to) {
-  const double lat1 = radians(from.latitude);
-  const double lat2 = radians(to.latitude);
-  const double dlon = radians(to.longitude) - radians(from.longitude);
-  const double y = std::sin(dlon) * std::cos(lat2);
-  const double x =
-      std::cos(lat1) * std::sin(lat2) - std::cos(lat2) * std::sin(lat1) * std::cos(dlon);
+  return initialBearing(BearingPlace(from), BearingPlace(to));
+}
+
+double initialBearing(const BearingPlace& from, const BearingPlace& to) {
+  const double dlon = to.longitude - from.longitude;
+  const double y = std::sin(dlon) * to.cosine;
+  const double x = from.cosine * to.sine - to.cosine * from.sine * std::cos(dlon);
   double angle = std::atan2(y, x);
   if (angle < 0.0) angle += 6.283185307179586;
   const double bearing = degrees(angle);

@@ -19,6 +19,19 @@ namespace KorvaniCommon {
 KORVANI_API double initialBearing(KorvaniPlatform::CLLocationCoordinate2D from,
                                   KorvaniPlatform::CLLocationCoordinate2D to);
 
+/// A coordinate as bearings read it, for who walks from place to place: half of a bearing's sines
+/// are those of the one before.
+struct BearingPlace {
+  double sine;  ///< of the latitude
+  double cosine;
+  double longitude;  ///< radians
+
+  KORVANI_API explicit BearingPlace(KorvaniPlatform::CLLocationCoordinate2D coordinate);
+};
+
+/// The same number as for the two coordinates.
+KORVANI_API double initialBearing(const BearingPlace& from, const BearingPlace& to);
+
 /// Helpers that modules share.
 ///
 ///     // Walking north and then east is a right turn:

@@ -2,13 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace KorvaniPlatform {
-
-double radians(double angle) { return angle * std::numbers::pi / 180.0; }
-
-double degrees(double angle) { return angle * 180.0 / std::numbers::pi; }
 
 double greatCircleDistance(CLLocationCoordinate2D a, CLLocationCoordinate2D b) {
   const double latitudeA = radians(a.latitude);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <numbers>
+
 #include "Platform/Clock.hpp"
 #include "Platform/Export.hpp"
 
@@ -33,10 +35,10 @@ struct CLLocationCoordinate2D {
 };
 
 /// Degrees to radians: angle * pi / 180.
-KORVANI_API double radians(double angle);
+inline double radians(double angle) { return angle * std::numbers::pi / 180.0; }
 
 /// Radians to degrees: angle * 180 / pi.
-KORVANI_API double degrees(double angle);
+inline double degrees(double angle) { return angle * 180.0 / std::numbers::pi; }
 
 /// Great-circle distance in metres, by the haversine formula, angles in radians:
 /// 2 R asin(min(1, sqrt(h))) with h = s1 * s1 + cos(latA) * cos(latB) * s2 * s2,

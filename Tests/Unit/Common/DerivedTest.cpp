@@ -123,6 +123,15 @@ TEST(Derived, WhoWaitsForAFormMayGiveUp) {
   EXPECT_EQ(derived.get<DerivedSum>(1, [] { return derivedSumOf(8); })->value, 7);
 }
 
+TEST(Derived, IsReadyAtTheStampItWasMadeFor) {
+  const Derived derived;
+  EXPECT_EQ(derived.ready<DerivedSum>(1), nullptr);
+  const auto form = derived.get<DerivedSum>(1, [] { return derivedSumOf(7); });
+  EXPECT_EQ(derived.ready<DerivedSum>(1), form);
+  EXPECT_EQ(derived.ready<DerivedSum>(2), nullptr);
+  EXPECT_EQ(derived.ready<DerivedNames>(1), nullptr);
+}
+
 TEST(Derived, OtherFormsCanBeHadWhileOneIsMade) {
   const Derived derived;
   const auto sum = derived.get<DerivedSum>(1, [&] {

@@ -12,15 +12,17 @@ namespace KorvaniTest {
 namespace {
 
 using KorvaniNavigation::createRoute;
+using KorvaniNavigation::Edges;
 using KorvaniNavigation::KRVNavEdge;
 using KorvaniNavigation::Route;
+using KorvaniNavigation::RouteEdge;
 using KorvaniNavigation::Step;
 
 /// The route along plain edges of 10 m over these points, however far they are apart.
 Route routeOver(const std::vector<PointPtr>& points) {
-  std::vector<std::shared_ptr<KRVNavEdge>> edges;
+  Edges edges;
   for (std::size_t i = 0; i + 1 < points.size(); ++i) {
-    edges.push_back(std::make_shared<KRVNavEdge>(points[i], points[i + 1], 10.0, 1.0, true));
+    edges.emplace_back(points[i], points[i + 1], 10.0);
   }
   return createRoute(edges);
 }
@@ -41,12 +43,30 @@ std::size_t stepsOfTurn(double firstBearing, double secondBearing) {
   return routeOver({a, b, c}).steps().size();
 }
 
+TEST(CreateRoute, HeadsFromTheLocationOfEachStartToThatOfTheEnd) {
+  const auto a = pointFromOrigin(0, 0);
+  const auto b = pointFromOrigin(3, 10);
+  const auto c = pointFromOrigin(9, 12);
+  const auto besideC = pointFromOrigin(9.5, 12);
+  const auto d = pointFromOrigin(30, -4);
+  d->setLocation(pointFromOrigin(31, -3)->location());
+  const auto headingBetween = [](const PointPtr& from, const PointPtr& to) {
+    return KorvaniCommon::initialBearing(from->location().coordinate(), to->location().coordinate());
+  };
+  const Route route = createRoute(
+      {RouteEdge(a, b, 10), RouteEdge(b, c, 7), RouteEdge(besideC, d, 25), RouteEdge(d, a, 30)});
+  ASSERT_EQ(route.steps().size(), 4U);
+  for (const Step& step : route.steps()) {
+    EXPECT_EQ(step.heading(), headingBetween(step.start(), step.end()));
+  }
+}
+
 TEST(CreateRoute, MakesAStepOfEveryEdge) {
   const auto a = pointFromOrigin(0, 0);
   const auto b = pointFromOrigin(0, 10);
   const auto c = pointFromOrigin(8, 10, 1);
-  const auto first = std::make_shared<KRVNavEdge>(a, b, 12.5, 1.5, false, "ramp");
-  const auto second = std::make_shared<KRVNavEdge>(b, c, 9.0, 2.0, true);
+  const RouteEdge first(KRVNavEdge(a, b, 12.5, 1.5, false, "ramp"));
+  const RouteEdge second(KRVNavEdge(b, c, 9.0, 2.0, true));
   const Route route = createRoute({first, second});
   ASSERT_EQ(route.steps().size(), 2U);
   const Step& ramp = route.steps()[0];
@@ -67,8 +87,8 @@ TEST(CreateRoute, CountsPointsLengthAndTime) {
   const auto a = pointFromOrigin(0, 0);
   const auto b = pointFromOrigin(0, 10);
   const auto c = pointFromOrigin(10, 10);
-  const Route route = createRoute({std::make_shared<KRVNavEdge>(a, b, 12.0, 1.0, true),
-                                   std::make_shared<KRVNavEdge>(b, c, 9.0, 2.0, true)});
+  const Route route = createRoute({RouteEdge(KRVNavEdge(a, b, 12.0, 1.0, true)),
+                                   RouteEdge(KRVNavEdge(b, c, 9.0, 2.0, true))});
   EXPECT_EQ(route.points(), (std::vector<PointPtr>{a, b, c}));
   EXPECT_EQ(route.totalDistance(), 21.0);
   EXPECT_EQ(route.travelTime(), (12.0 + 18.0) / 1.5);
@@ -119,8 +139,8 @@ TEST(CreateRoute, GivesAMergedStepTheLaterEdgesProperties) {
   const auto a = pointFromOrigin(0, 0);
   const auto b = pointFromOrigin(0, 10);
   const auto c = pointFromOrigin(0, 4);
-  const Route route = createRoute({std::make_shared<KRVNavEdge>(a, b, 10.0, 1.5, true, "ramp"),
-                                   std::make_shared<KRVNavEdge>(b, c, 6.0, 3.0, false, "stairs")});
+  const Route route = createRoute({RouteEdge(KRVNavEdge(a, b, 10.0, 1.5, true, "ramp")),
+                                   RouteEdge(KRVNavEdge(b, c, 6.0, 3.0, false, "stairs"))});
   ASSERT_EQ(route.steps().size(), 1U);
   EXPECT_EQ(route.steps()[0].timeMultiplicator(), 3.0);
   EXPECT_FALSE(route.steps()[0].barrierFree());

@@ -18,14 +18,13 @@ using KorvaniNavigation::cutCorners;
 using KorvaniNavigation::KRVNavEdge;
 using KorvaniNavigation::KRVNavObstacle;
 using KorvaniNavigation::ObstacleDetector;
+using KorvaniNavigation::RouteEdge;
 
-using EdgePtr = std::shared_ptr<KRVNavEdge>;
-using Edges = std::vector<EdgePtr>;
+using Edges = KorvaniNavigation::Edges;
 
-EdgePtr edge(const PointPtr& from, const PointPtr& to) {
-  const double distance =
-      KorvaniPlatform::greatCircleDistance(from->coordinate(), to->coordinate());
-  return std::make_shared<KRVNavEdge>(from, to, distance, 1.0, true);
+RouteEdge edge(const PointPtr& from, const PointPtr& to) {
+  return RouteEdge(from, to,
+                   KorvaniPlatform::greatCircleDistance(from->coordinate(), to->coordinate()));
 }
 
 /// The edges of a way over these points.
@@ -39,8 +38,8 @@ Edges way(const std::vector<PointPtr>& points) {
 
 std::vector<PointPtr> pointsOf(const Edges& edges) {
   std::vector<PointPtr> points;
-  for (const auto& each : edges) points.push_back(each->start());
-  if (!edges.empty()) points.push_back(edges.back()->end());
+  for (const auto& each : edges) points.push_back(each.start);
+  if (!edges.empty()) points.push_back(edges.back().end);
   return points;
 }
 
@@ -74,37 +73,35 @@ TEST(CutCorners, MakesOneEdgeOfARightAngleFifteenMetresAcross) {
   const auto a = pointFromOrigin(0, 0);
   const auto b = pointFromOrigin(9, 0);
   const auto c = pointFromOrigin(9, 12);
-  const auto first = std::make_shared<KRVNavEdge>(a, b, 9.0, 2.0, false, "ramp");
-  const auto second = std::make_shared<KRVNavEdge>(b, c, 12.0, 3.0, true, "stairs");
+  const RouteEdge first(KRVNavEdge(a, b, 9.0, 2.0, false, "ramp"));
+  const RouteEdge second(KRVNavEdge(b, c, 12.0, 3.0, true, "stairs"));
   const Edges cut = cutCorners({first, second}, detectorOf());
   ASSERT_EQ(cut.size(), 1U);
-  EXPECT_EQ(cut[0]->start(), a);
-  EXPECT_EQ(cut[0]->end(), c);
-  EXPECT_EQ(cut[0]->distance(),
+  EXPECT_EQ(cut[0].start, a);
+  EXPECT_EQ(cut[0].end, c);
+  EXPECT_EQ(cut[0].distance,
             KorvaniPlatform::greatCircleDistance(a->coordinate(), c->coordinate()));
-  EXPECT_NEAR(cut[0]->distance(), 15, 1e-4);
-  EXPECT_EQ(cut[0]->multiplicator(), 2.0);
-  EXPECT_FALSE(cut[0]->isBarrierFree());
-  EXPECT_EQ(cut[0]->type(), "ramp");
+  EXPECT_NEAR(cut[0].distance, 15, 1e-4);
+  EXPECT_EQ(cut[0].multiplicator, 2.0);
+  EXPECT_FALSE(cut[0].isBarrierFree);
+  EXPECT_EQ(cut[0].type, "ramp");
 }
 
 TEST(CutCorners, KeepsTheEarlierEdgesLackOfAType) {
-  const auto first =
-      std::make_shared<KRVNavEdge>(pointFromOrigin(0, 0), pointFromOrigin(5, 0), 5.0, 1.0, true);
-  const auto second =
-      std::make_shared<KRVNavEdge>(first->end(), pointFromOrigin(5, 5), 5.0, 1.0, true, "stairs");
+  const RouteEdge first(pointFromOrigin(0, 0), pointFromOrigin(5, 0), 5.0);
+  const RouteEdge second(KRVNavEdge(first.end, pointFromOrigin(5, 5), 5.0, 1.0, true, "stairs"));
   const Edges cut = cutCorners({first, second}, detectorOf());
   ASSERT_EQ(cut.size(), 1U);
-  EXPECT_EQ(cut[0]->type(), std::nullopt);
+  EXPECT_EQ(cut[0].type, std::nullopt);
 }
 
 TEST(CutCorners, ChangesNeitherItsInputNorTheInputsEdges) {
   const Edges input = way({pointFromOrigin(0, 0), pointFromOrigin(9, 0), pointFromOrigin(9, 12)});
   const Edges copy = input;
-  const auto end = input[0]->end();
+  const auto end = input[0].end;
   cutCorners(input, detectorOf());
   EXPECT_EQ(input, copy);
-  EXPECT_EQ(input[0]->end(), end);
+  EXPECT_EQ(input[0].end, end);
 }
 
 TEST(CutCorners, KeepsCornersMoreThanTwentyMetresAcross) {
@@ -195,10 +192,10 @@ TEST(CutCorners, CollapsesABendOfShortEdgesIntoOneLine) {
       std::vector<PointPtr>{pointFromOrigin(0, 0), pointFromOrigin(3, 0), pointFromOrigin(5.6, 1.5),
                             pointFromOrigin(7.1, 4.1), pointFromOrigin(7.1, 7.1)};
   Edges input = way(points);
-  input.front()->setMultiplicator(4.0);
+  input.front().multiplicator = 4.0;
   const Edges output = cutCorners(input, detectorOf());
   EXPECT_EQ(pointsOf(output), (std::vector<PointPtr>{points.front(), points.back()}));
-  EXPECT_EQ(output[0]->multiplicator(), 4.0);
+  EXPECT_EQ(output[0].multiplicator, 4.0);
 }
 
 TEST(CutCorners, StopsCollapsingWhereTheLineWouldGetTooLong) {
@@ -239,7 +236,7 @@ TEST(CutCorners, CollapsesAWayThereAndBackIntoNothing) {
   const auto a = pointFromOrigin(0, 0);
   const Edges output = cutCorners(way({a, pointFromOrigin(0, 5), a}), detectorOf());
   ASSERT_EQ(output.size(), 1U);
-  EXPECT_EQ(output[0]->distance(), 0);
+  EXPECT_EQ(output[0].distance, 0);
 }
 
 TEST(CutCorners, LooksForWallsOnlyWhenAllOtherTestsHavePassed) {

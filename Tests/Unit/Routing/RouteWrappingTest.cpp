@@ -7,6 +7,7 @@
 #include "Navigation/Localisation/EdgeIntersection.hpp"
 #include "Navigation/Localisation/PositionMapper.hpp"
 #include "Navigation/Obstacles/ObstacleDetector.hpp"
+#include "Navigation/Path Finding/Arrays/CompiledGraph.hpp"
 #include "Support/FacadeFixture.hpp"
 #include "Support/PlacedBuilding.hpp"
 
@@ -59,14 +60,14 @@ class RouteWrapping : public FacadeFixture {
     return std::make_shared<EdgeIntersection>(0.0, 1.0, foot, one, two);
   }
 
-  static void expectPlain(const KRVNavEdge& edge, const PointPtr& start, const PointPtr& end,
+  static void expectPlain(const RouteEdge& edge, const PointPtr& start, const PointPtr& end,
                           double distance) {
-    EXPECT_EQ(edge.start(), start);
-    EXPECT_EQ(edge.end(), end);
-    EXPECT_EQ(edge.distance(), distance);
-    EXPECT_EQ(edge.multiplicator(), 1.0);
-    EXPECT_TRUE(edge.isBarrierFree());
-    EXPECT_EQ(edge.type(), std::nullopt);
+    EXPECT_EQ(edge.start, start);
+    EXPECT_EQ(edge.end, end);
+    EXPECT_EQ(edge.distance, distance);
+    EXPECT_EQ(edge.multiplicator, 1.0);
+    EXPECT_TRUE(edge.isBarrierFree);
+    EXPECT_EQ(edge.type, std::nullopt);
   }
 
   PlacedBuilding building;
@@ -84,8 +85,8 @@ TEST_F(RouteWrapping, EdgesForAreTheGraphsEdgesBetweenSuccessiveNodes) {
   const auto a = building.node(0, 0);
   const auto b = building.node(0, 5);
   const auto c = building.node(5, 5);
-  const auto ab = building.joinOneWay(a, b);
-  const auto bc = building.joinOneWay(b, c);
+  const RouteEdge ab(*building.joinOneWay(a, b));
+  const RouteEdge bc(*building.joinOneWay(b, c));
   building.joinOneWay(a, c);
   EXPECT_EQ(edgesFor({a, b, c}, *building.graph()), (Edges{ab, bc}));
 }
@@ -95,10 +96,55 @@ TEST_F(RouteWrapping, EdgesForSkipsNodesThatNoEdgeJoins) {
   const auto b = building.node(0, 5);
   const auto c = building.node(5, 5);
   const auto d = building.node(5, 9);
-  const auto ab = building.joinOneWay(a, b);
-  const auto cd = building.joinOneWay(c, d);
+  const RouteEdge ab(*building.joinOneWay(a, b));
+  const RouteEdge cd(*building.joinOneWay(c, d));
   building.joinOneWay(c, b);
   EXPECT_EQ(edgesFor({a, b, c, d}, *building.graph()), (Edges{ab, cd}));
+}
+
+TEST_F(RouteWrapping, EdgesForAreTheSameOnceTheGraphIsCompiled) {
+  const auto a = building.node(0, 0);
+  const auto b = building.node(0, 5);
+  const auto c = building.node(5, 5);
+  const RouteEdge ab(*building.joinOneWay(a, b));
+  const RouteEdge ac(*building.joinOneWay(a, c));
+  const RouteEdge ca(*building.joinOneWay(c, a));
+  const auto compiled = CompiledGraph::of(*building.graph());
+  ASSERT_TRUE(compiled->structure().isFiledByEnds());
+  EXPECT_EQ(edgesFor({a, c, a, b, c}, *building.graph()), (Edges{ac, ca, ab}));
+  const auto foreign = at(b->coordinate(), 0, b->identifier());
+  EXPECT_EQ(edgesFor({a, foreign}, *building.graph()), Edges{ab});
+}
+
+TEST_F(RouteWrapping, EdgesForTakesNoticeOfWhatHasChangedSinceTheGraphWasCompiled) {
+  const auto a = building.node(0, 0);
+  const auto b = building.node(0, 5);
+  const auto ab = building.joinOneWay(a, b);
+  CompiledGraph::of(*building.graph());
+  ab->setDistance(7);
+  EXPECT_EQ(edgesFor({a, b}, *building.graph()), Edges{RouteEdge(*ab)});
+  const auto c = building.node(5, 5);
+  const RouteEdge bc(*building.joinOneWay(b, c));
+  EXPECT_EQ(edgesFor({a, b, c}, *building.graph()), (Edges{RouteEdge(*ab), bc}));
+}
+
+TEST_F(RouteWrapping, EdgesForAreFiledUnderTheNumbersOfNodesWhereverTheyLead) {
+  const auto a = building.node(0, 0);
+  const auto b = building.node(0, 5);
+  const auto c = building.node(5, 5);
+  const auto ab = building.joinOneWay(a, b);
+  ab->setEnd(c);
+  const auto compiled = CompiledGraph::of(*building.graph());
+  EXPECT_FALSE(compiled->structure().isFiledByEnds());
+  EXPECT_EQ(edgesFor({a, b}, *building.graph()), Edges{RouteEdge(*ab)});
+  EXPECT_TRUE(edgesFor({a, c}, *building.graph()).empty());
+}
+
+TEST_F(RouteWrappingDeathTest, EdgesForNeedsEdgesWithBothEnds) {
+  const auto a = building.node(0, 0);
+  const auto b = building.node(0, 5);
+  building.joinOneWay(a, b)->setStart(nullptr);
+  EXPECT_DEATH(edgesFor({a, b}, *building.graph()), "an edge of a way lacks an end");
 }
 
 TEST_F(RouteWrapping, EdgesForFewerThanTwoNodesAreNone) {
@@ -110,7 +156,7 @@ TEST_F(RouteWrapping, APathWithAMissingEdgeGivesAShorterRouteAndNoError) {
   const auto a = building.node(0, 0);
   const auto b = building.node(0, 5);
   const auto c = building.node(5, 5);
-  const auto ab = building.joinOneWay(a, b);
+  const RouteEdge ab(*building.joinOneWay(a, b));
   destinations = {at(c->coordinate())};
   const Edges edges = wrap(edgesFor({a, b, c}, *building.graph()), onNode(a), c);
   EXPECT_EQ(edges, Edges{ab});
@@ -186,8 +232,8 @@ TEST_F(RouteWrapping, EndLeadsToTheDestinationsFootOnAnEdgeOfTheNode) {
   destinations = {building.position(2, 6)};
   const Edges edges = endOf(via);
   ASSERT_EQ(edges.size(), 1U);
-  const auto foot = edges[0]->end();
-  expectPlain(*edges[0], via, foot, via->distanceFrom(*foot));
+  const auto foot = edges[0].end;
+  expectPlain(edges[0], via, foot, via->distanceFrom(*foot));
   EXPECT_EQ(foot->level(), 0);
   EXPECT_NEAR(metresBetween(foot, building.position(0, 6)), 0, 0.005);
 }
@@ -207,8 +253,8 @@ TEST_F(RouteWrapping, EndLeadsStraightToADestinationThatSeesNothingOfTheNode) {
   destinations = {destination};
   const Edges edges = endOf(via);
   ASSERT_EQ(edges.size(), 1U);
-  const auto end = edges[0]->end();
-  expectPlain(*edges[0], via, end, via->distanceFrom(*destination));
+  const auto end = edges[0].end;
+  expectPlain(edges[0], via, end, via->distanceFrom(*destination));
   EXPECT_NE(end, destination);
   EXPECT_EQ(end->coordinate(), destination->coordinate());
   EXPECT_EQ(end->identifier(), -1);
@@ -222,9 +268,9 @@ TEST_F(RouteWrapping, EndStaysOnTheNodesLevelAndTakesTheScoreAsItsLength) {
   destinations = {above};
   const Edges edges = endOf(via);
   ASSERT_EQ(edges.size(), 1U);
-  EXPECT_EQ(edges[0]->end()->level(), 0);
-  EXPECT_EQ(edges[0]->end()->coordinate(), above->coordinate());
-  EXPECT_EQ(edges[0]->distance(), metresBetween(via, above) * levelHeight);
+  EXPECT_EQ(edges[0].end->level(), 0);
+  EXPECT_EQ(edges[0].end->coordinate(), above->coordinate());
+  EXPECT_EQ(edges[0].distance, metresBetween(via, above) * levelHeight);
 }
 
 TEST_F(RouteWrapping, EndLeadsToTheDestinationNearestToTheNode) {
@@ -233,7 +279,7 @@ TEST_F(RouteWrapping, EndLeadsToTheDestinationNearestToTheNode) {
   destinations = {building.position(0, 1), building.position(5, 101)};
   const Edges edges = endOf(via);
   ASSERT_EQ(edges.size(), 1U);
-  EXPECT_NEAR(metresBetween(edges[0]->end(), building.position(5, 100)), 0, 0.005);
+  EXPECT_NEAR(metresBetween(edges[0].end, building.position(5, 100)), 0, 0.005);
 }
 
 TEST_F(RouteWrapping, EndIsNothingWithoutDestinations) {
@@ -243,14 +289,14 @@ TEST_F(RouteWrapping, EndIsNothingWithoutDestinations) {
 TEST_F(RouteWrapping, EndComesBehindWhatIsThere) {
   const auto a = building.node(0, -10);
   const auto via = building.node(0, 0);
-  Edges edges{building.joinOneWay(a, via)};
+  Edges edges{RouteEdge(*building.joinOneWay(a, via))};
   building.join(via, building.node(0, 40));
   destinations = {building.position(2, 6)};
   open();
   wrapRouteEdgesWithEnd(via, edges, input());
   ASSERT_EQ(edges.size(), 2U);
-  EXPECT_EQ(edges[0]->end(), via);
-  EXPECT_EQ(edges[1]->start(), via);
+  EXPECT_EQ(edges[0].end, via);
+  EXPECT_EQ(edges[1].start, via);
 }
 
 // The whole way.
@@ -270,30 +316,30 @@ class RouteWrappingOfAWay : public RouteWrapping {
 using RouteWrappingOfAWayDeathTest = RouteWrappingOfAWay;
 
 TEST_F(RouteWrappingOfAWay, StartsAtTheNodeOfAPersonOnANode) {
-  const auto ab = building.joinOneWay(a, b);
+  const RouteEdge ab(*building.joinOneWay(a, b));
   destinations = {building.position(0, 41)};
   EXPECT_EQ(wrap({ab}, onNode(a), b), Edges{ab});
 }
 
 TEST_F(RouteWrappingOfAWay, StartsAtTheFootOfAPersonOnAnEdge) {
-  const auto ab = building.joinOneWay(a, b);
+  const RouteEdge ab(*building.joinOneWay(a, b));
   const auto foot = building.position(-10, 0);
   destinations = {building.position(0, 41)};
   const Edges edges = wrap({ab}, onEdge(foot, a, building.node(-20, 0)), b);
   ASSERT_EQ(edges.size(), 2U);
-  expectPlain(*edges[0], foot, a, foot->distanceFrom(*a));
+  expectPlain(edges[0], foot, a, foot->distanceFrom(*a));
   EXPECT_EQ(edges[1], ab);
 }
 
 TEST_F(RouteWrappingOfAWay, EndsAtTheFootOfTheDestination) {
-  const auto ab = building.joinOneWay(a, b);
+  const RouteEdge ab(*building.joinOneWay(a, b));
   building.join(b, building.node(40, 40));
   destinations = {building.position(7, 42)};
   const Edges edges = wrap({ab}, onNode(a), b);
   ASSERT_EQ(edges.size(), 2U);
   EXPECT_EQ(edges[0], ab);
-  EXPECT_EQ(edges[1]->start(), b);
-  EXPECT_NEAR(metresBetween(edges[1]->end(), building.position(7, 40)), 0, 0.005);
+  EXPECT_EQ(edges[1].start, b);
+  EXPECT_NEAR(metresBetween(edges[1].end, building.position(7, 40)), 0, 0.005);
 }
 
 TEST_F(RouteWrappingOfAWay, IsOneDirectEdgeToTheNearestDestinationWithoutPathAndTarget) {
@@ -302,13 +348,13 @@ TEST_F(RouteWrappingOfAWay, IsOneDirectEdgeToTheNearestDestinationWithoutPathAnd
   building.wall(-1, -50, -1, 50);  // walls do not matter then
   const Edges edges = wrap({}, onEdge(building.position(0, 10), a, b), nullptr);
   ASSERT_EQ(edges.size(), 1U);
-  expectPlain(*edges[0], person, near, person->distanceFrom(*near));
+  expectPlain(edges[0], person, near, person->distanceFrom(*near));
 }
 
 TEST_F(RouteWrappingOfAWay, IsADirectEdgeOnTheSpotWithoutPathTargetAndDestination) {
   const Edges edges = wrap({}, onNode(a), nullptr);
   ASSERT_EQ(edges.size(), 1U);
-  expectPlain(*edges[0], person, person, person->distanceFrom(*person));
+  expectPlain(edges[0], person, person, person->distanceFrom(*person));
 }
 
 TEST_F(RouteWrappingOfAWay, IsADirectEdgeWithoutPathWhereNoWallIsInBetween) {
@@ -316,7 +362,7 @@ TEST_F(RouteWrappingOfAWay, IsADirectEdgeWithoutPathWhereNoWallIsInBetween) {
   destinations = {destination};
   const Edges edges = wrap({}, onEdge(building.position(0, 10), a, b), b);
   ASSERT_EQ(edges.size(), 1U);
-  expectPlain(*edges[0], person, destination, person->distanceFrom(*destination));
+  expectPlain(edges[0], person, destination, person->distanceFrom(*destination));
 }
 
 TEST_F(RouteWrappingOfAWay, LeadsDirectlyToTheDestinationNearestToTheTarget) {
@@ -324,13 +370,13 @@ TEST_F(RouteWrappingOfAWay, LeadsDirectlyToTheDestinationNearestToTheTarget) {
   destinations = {building.position(2, 11), nearTarget};
   const Edges edges = wrap({}, onNode(a), b);
   ASSERT_EQ(edges.size(), 1U);
-  EXPECT_EQ(edges[0]->end(), nearTarget);
+  EXPECT_EQ(edges[0].end, nearTarget);
 }
 
 TEST_F(RouteWrappingOfAWay, IsADirectEdgeOnTheSpotWithoutPathAndDestination) {
   const Edges edges = wrap({}, onEdge(building.position(0, 10), a, b), b);
   ASSERT_EQ(edges.size(), 1U);
-  expectPlain(*edges[0], person, person, person->distanceFrom(*person));
+  expectPlain(edges[0], person, person, person->distanceFrom(*person));
 }
 
 TEST_F(RouteWrappingOfAWay, GoesOverTheTargetWithoutPathWhereAWallIsInBetween) {
@@ -340,9 +386,9 @@ TEST_F(RouteWrappingOfAWay, GoesOverTheTargetWithoutPathWhereAWallIsInBetween) {
   const auto foot = building.position(0, 10);
   const Edges edges = wrap({}, onEdge(foot, a, b), b);
   ASSERT_EQ(edges.size(), 2U);
-  expectPlain(*edges[0], foot, b, foot->distanceFrom(*b));
-  EXPECT_EQ(edges[1]->start(), b);
-  EXPECT_NEAR(metresBetween(edges[1]->end(), building.position(5, 40)), 0, 0.005);
+  expectPlain(edges[0], foot, b, foot->distanceFrom(*b));
+  EXPECT_EQ(edges[1].start, b);
+  EXPECT_NEAR(metresBetween(edges[1].end, building.position(5, 40)), 0, 0.005);
 }
 
 TEST_F(RouteWrappingOfAWay, OfAPathOfOneNodeBehindAWallIsTheSpliceAndTheEnd) {
@@ -361,23 +407,24 @@ TEST_F(RouteWrappingOfAWay, IsTheEndAloneForAPersonOnTheTargetBehindAWall) {
   destinations = {building.position(5, 38)};
   const Edges edges = wrap({}, onNode(b), b);
   ASSERT_EQ(edges.size(), 1U);
-  EXPECT_EQ(edges[0]->start(), b);
+  EXPECT_EQ(edges[0].start, b);
 }
 
 TEST_F(RouteWrappingOfAWay, TestsTheDirectEdgeAgainstTheWallsThatAreHeld) {
   building.wall(1, 20, 60, 20, 1);
   const auto destination = building.position(5, 38);
   destinations = {destination};
-  EXPECT_EQ(wrap({}, onNode(a), b).front()->end(), destination);
+  EXPECT_EQ(wrap({}, onNode(a), b).front().end, destination);
   mapper.useWallsOf(building.region(1));
   Edges edges;
   createWrappedNonBarrierIntersectionRoute(edges, *onNode(a), b, input());
-  for (const auto& edge : edges) EXPECT_NE(edge->end(), destination);
+  for (const auto& edge : edges) EXPECT_NE(edge.end, destination);
 }
 
 TEST_F(RouteWrappingOfAWayDeathTest, NeedsATargetForAPath) {
   destinations = {building.position(5, 38)};
-  EXPECT_DEATH(wrap({building.joinOneWay(a, b)}, onNode(a), nullptr), "fatal error: .*destination");
+  EXPECT_DEATH(wrap({RouteEdge(*building.joinOneWay(a, b))}, onNode(a), nullptr),
+               "fatal error: .*destination");
 }
 
 TEST_F(RouteWrappingOfAWayDeathTest, NeedsWallsToTestADirectEdgeAgainst) {

@@ -8,6 +8,7 @@
 #include "Navigation/Graph/KRVNavObstacle.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
 #include "Navigation/Graph/KRVNavRegion.hpp"
+#include "Navigation/Graph/StripedMutexes.hpp"
 
 namespace KorvaniNavigation {
 
@@ -33,6 +34,16 @@ void GraphAccess::watch(const KRVNavPoint& point, const KRVNavGraph& graph) {
 
 void GraphAccess::watch(const KRVNavRegion& region, const KRVNavGraph& graph) {
   region.isWatched_.set(graph.watcher_);
+}
+
+GraphAccess::EdgeParts GraphAccess::partsOf(const KRVNavEdge& edge) {
+  const std::lock_guard lock(mutexOf(&edge));
+  return {edge.start_, edge.end_, edge.type_};
+}
+
+bool GraphAccess::hasRegion(const KRVNavPoint& point) {
+  const std::lock_guard lock(mutexOf(&point));
+  return !point.region_.expired();
 }
 
 std::uint32_t GraphAccess::place(const KRVNavPoint& point) {

@@ -20,6 +20,9 @@
 // Thread safety: any thread at any time.
 
 #include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
 
 #include "Common/Derived.hpp"
 #include "Common/Revision.hpp"
@@ -43,6 +46,17 @@ struct GraphAccess {
   static void watch(const KRVNavEdge& edge, const KRVNavGraph& graph);
   static void watch(const KRVNavPoint& point, const KRVNavGraph& graph);
   static void watch(const KRVNavRegion& region, const KRVNavGraph& graph);
+
+  // What an edge holds beside its numbers, read in one step.
+  struct EdgeParts {
+    std::shared_ptr<KRVNavPoint> start;
+    std::shared_ptr<KRVNavPoint> end;
+    std::optional<std::string> type;
+  };
+  static EdgeParts partsOf(const KRVNavEdge& edge);
+
+  // Whether the point has a region, without taking hold of it.
+  static bool hasRegion(const KRVNavPoint& point);
 
   // The number under which the point stands in what was compiled last from its graph; kNoPlace
   // before. A hint that saves a look-up: whoever takes it checks it.

@@ -62,10 +62,10 @@ void KRVNavPoint::setLevel(std::int64_t level) {
   noteChange(isWatched_, &GraphChanges::points);
 }
 
-CLLocation KRVNavPoint::location() const { return readGuarded(this, location_); }
+CLLocation KRVNavPoint::location() const { return location_.load(); }
 
 void KRVNavPoint::setLocation(CLLocation location) {
-  writeGuarded(this, location_, location);
+  location_.store(location);
   noteChange(isWatched_, &GraphChanges::points);
 }
 

@@ -28,6 +28,7 @@
 #include <memory>
 #include <vector>
 
+#include "Common/SeqLocked.hpp"
 #include "Navigation/Graph/WatchFlag.hpp"
 #include "Navigation/Names.hpp"
 #include "Platform/Export.hpp"
@@ -111,7 +112,7 @@ class KORVANI_API KRVNavPoint : public std::enable_shared_from_this<KRVNavPoint>
   std::int64_t level_;
   WatchFlag isWatched_;
   mutable std::atomic<std::uint32_t> place_{0xFFFFFFFF};  // in the graph's compiled form
-  CLLocation location_;
+  KorvaniCommon::SeqLocked<CLLocation> location_;
   std::weak_ptr<KRVNavRegion> region_;
 };
 

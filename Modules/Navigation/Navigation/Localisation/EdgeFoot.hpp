@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "Navigation/Names.hpp"
+#include "Platform/MapPoint.hpp"
 
 namespace KorvaniNavigation {
 
@@ -19,6 +20,15 @@ bool leadsElsewhere(CLLocationCoordinate2D position, CLLocationCoordinate2D near
 /// metres.
 bool isPastNearEnd(double nearDistance, double farDistance, double edgeLength);
 
+/// A coordinate and where it lies on the map plane, for who asks about several edges.
+struct MapPlace {
+  explicit MapPlace(CLLocationCoordinate2D place)
+      : coordinate(place), point(MKMapPointForCoordinate(place)) {}
+
+  CLLocationCoordinate2D coordinate;
+  MKMapPoint point;
+};
+
 /// The foot of a position on the line through two nodes, on the map plane, with its coordinate.
 struct EdgeFoot {
   MKMapPoint point;
@@ -26,7 +36,7 @@ struct EdgeFoot {
 };
 
 /// Absent when it does not lie between the nodes. Walls are not asked.
-std::optional<EdgeFoot> footBetween(CLLocationCoordinate2D nodeOne, CLLocationCoordinate2D nodeTwo,
-                                    CLLocationCoordinate2D position);
+std::optional<EdgeFoot> footBetween(const MapPlace& nodeOne, const MapPlace& nodeTwo,
+                                    const MapPlace& position);
 
 }  // namespace KorvaniNavigation

@@ -6,13 +6,13 @@
 #include <utility>
 
 #include "Navigation/Graph/GraphSource.hpp"
-#include "Navigation/Graph/KRVNavEdge.hpp"
 #include "Navigation/Graph/KRVNavGraph.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
 #include "Navigation/Graph/KRVNavRegion.hpp"
 #include "Navigation/Localisation/EdgeFoot.hpp"
 #include "Navigation/Localisation/EdgeIntersection.hpp"
 #include "Navigation/Localisation/IntersectionFinder.hpp"
+#include "Navigation/Localisation/NodeEdges.hpp"
 #include "Navigation/Localisation/RegionFinder.hpp"
 #include "Navigation/Localisation/RegionNodes.hpp"
 #include "Navigation/Obstacles/ObstacleDetector.hpp"
@@ -36,14 +36,26 @@ bool isBetween(double value, double a, double b) {
   return value >= std::min(a, b) && value <= std::max(a, b);
 }
 
-/// The far end of an edge; a graph edge without one is broken beyond repair.
-std::shared_ptr<KRVNavPoint> endOf(const KRVNavEdge& edge) {
-  auto end = edge.end();
-  if (!end) KORVANI_FATAL("an edge of the graph has no end node");
-  return end;
+/// Whether a position may lie beside one of the edges of a node near it.
+bool passesDetourTests(const ClosestNode& candidate, const NodeEdges& edges, std::size_t index,
+                       const KRVNavGraph& graph, CLLocationCoordinate2D position) {
+  const CLLocationCoordinate2D far = edges.end(index)->coordinate();
+  if (leadsElsewhere(position, candidate.node->coordinate(), far)) return false;
+  const auto length = edges.lengthIn(graph, index);
+  if (!length) return false;
+  return !isPastNearEnd(candidate.distance, greatCircleDistance(far, position), *length);
 }
 
 }  // namespace
+
+/// A node with its place, which all of its edges share.
+struct PositionMapper::PlacedNode {
+  explicit PlacedNode(const std::shared_ptr<KRVNavPoint>& point)
+      : node(point), place(point->coordinate()) {}
+
+  const std::shared_ptr<KRVNavPoint>& node;
+  MapPlace place;
+};
 
 PositionMapper::PositionMapper(std::weak_ptr<ConfigDependents> configDependents,
                                bool onOriginalGraph)
@@ -120,68 +132,61 @@ std::shared_ptr<Intersection> PositionMapper::findIntersection(
     const std::vector<ClosestNode>& closestNodes, const std::shared_ptr<KRVNavGraph>& graph) {
   if (!graph) return nullptr;
 
+  const MapPlace place(navigationPoint.coordinate());
+  const CLLocationCoordinate2D position = place.coordinate;
   std::shared_ptr<Intersection> best;
   for (const auto& candidate : closestNodes) {
     if (!best) {
-      const double delta =
-          degreeDistance(navigationPoint.coordinate(), candidate.node->coordinate());
+      const double delta = degreeDistance(position, candidate.node->coordinate());
       best = std::make_shared<SingleNodeIntersection>(candidate.node, candidate.distance, delta);
     }
-    for (const auto& edge : candidate.node->neighbourEdges()) {
-      const auto neighbour = endOf(*edge);
+    const PlacedNode near(candidate.node);
+    const NodeEdges edges(*candidate.node);
+    for (std::size_t i = 0; i < edges.count(); ++i) {
+      const auto& neighbour = edges.end(i);
       if (neighbour->level() != candidate.node->level()) continue;
-      if (!passesDetourTests(*graph, candidate, *neighbour, navigationPoint)) continue;
-      const auto projected =
-          projectOntoEdge(region, candidate.node, neighbour, navigationPoint, best->distance());
+      if (!passesDetourTests(candidate, edges, i, *graph, position)) continue;
+      const auto projected = projectOntoEdge(region, near, neighbour, place, best->distance());
       if (projected) best = projected;
     }
   }
   return best;
 }
 
-bool PositionMapper::passesDetourTests(const KRVNavGraph& graph, const ClosestNode& candidate,
-                                       const KRVNavPoint& neighbour,
-                                       const KRVNavPoint& navigationPoint) const {
-  const CLLocationCoordinate2D position = navigationPoint.coordinate();
-  const CLLocationCoordinate2D far = neighbour.coordinate();
-  if (leadsElsewhere(position, candidate.node->coordinate(), far)) return false;
-  const auto edge = graph.edgeFromNode(*candidate.node, neighbour);
-  if (!edge) return false;
-  return !isPastNearEnd(candidate.distance, greatCircleDistance(far, position), edge->distance());
-}
-
 /// The foot of a position on the line through two nodes, if it lies between them, nearer than
 /// `limit` metres, and not behind a wall of the region. That region's walls are held from the first
 /// foot on, be it nearer or not; they are compared last, as that is the dearest.
 std::optional<PositionMapper::SightedFoot> PositionMapper::footInSight(
-    const std::shared_ptr<KRVNavRegion>& region, const KRVNavPoint& nodeOne,
-    const KRVNavPoint& nodeTwo, CLLocationCoordinate2D position, double limit) {
-  const auto foot = footBetween(nodeOne.coordinate(), nodeTwo.coordinate(), position);
+    const std::shared_ptr<KRVNavRegion>& region, const MapPlace& nodeOne, const MapPlace& nodeTwo,
+    const MapPlace& position, double limit) {
+  const auto foot = footBetween(nodeOne, nodeTwo, position);
   if (!foot) return std::nullopt;
   useWallsOf(region);
-  const double distance = greatCircleDistance(foot->coordinate, position);
+  const CLLocationCoordinate2D from = position.coordinate;
+  const double distance = greatCircleDistance(foot->coordinate, from);
   if (!(distance < limit)) return std::nullopt;
-  if (obstacleDetector_->isAnyBarrierInBetween(foot->coordinate, position)) return std::nullopt;
+  if (obstacleDetector_->isAnyBarrierInBetween(foot->coordinate, from)) return std::nullopt;
   return SightedFoot{foot->point, foot->coordinate, distance};
 }
 
 std::shared_ptr<EdgeIntersection> PositionMapper::projectOntoEdge(
-    const std::shared_ptr<KRVNavRegion>& region, const std::shared_ptr<KRVNavPoint>& nodeOne,
-    const std::shared_ptr<KRVNavPoint>& nodeTwo, const KRVNavPoint& navigationPoint, double limit) {
-  const CLLocationCoordinate2D position = navigationPoint.coordinate();
-  const auto foot = footInSight(region, *nodeOne, *nodeTwo, position, limit);
+    const std::shared_ptr<KRVNavRegion>& region, const PlacedNode& nodeOne,
+    const std::shared_ptr<KRVNavPoint>& nodeTwo, const MapPlace& position, double limit) {
+  const MapPlace placeTwo(nodeTwo->coordinate());
+  const auto foot = footInSight(region, nodeOne.place, placeTwo, position, limit);
   if (!foot) return nullptr;
   // Both ends lie on one level, which is the foot's as well.
-  const auto point = std::make_shared<KRVNavPoint>(foot->coordinate, nodeOne->level());
-  return std::make_shared<EdgeIntersection>(degreeDistance(foot->coordinate, position),
-                                            foot->distance, point, nodeOne, nodeTwo);
+  const auto point = std::make_shared<KRVNavPoint>(foot->coordinate, nodeOne.node->level());
+  return std::make_shared<EdgeIntersection>(degreeDistance(foot->coordinate, position.coordinate),
+                                            foot->distance, point, nodeOne.node, nodeTwo);
 }
 
 std::optional<MKMapPoint> PositionMapper::findIntersectionPointOnEdge(
     const std::shared_ptr<KRVNavRegion>& region, const KRVNavPoint& nodeOne,
     const KRVNavPoint& nodeTwo, const KRVNavPoint& navigationPoint) {
-  const auto foot =
-      footInSight(region, nodeOne, nodeTwo, navigationPoint.coordinate(), kAnyDistance);
+  const auto foot = footInSight(region, MapPlace(nodeOne.coordinate()),
+                                MapPlace(nodeTwo.coordinate()),
+                                MapPlace(navigationPoint.coordinate()), kAnyDistance);
   if (!foot) return std::nullopt;
   return foot->point;
 }
@@ -199,10 +204,13 @@ std::shared_ptr<Intersection> PositionMapper::intersect(
         graphNode, greatCircleDistance(graphNode->coordinate(), point.coordinate()),
         degreeDistance(graphNode->coordinate(), point.coordinate()));
   }
-  for (const auto& edge : graphNode->neighbourEdges()) {
-    const auto neighbour = endOf(*edge);
+  const MapPlace place(point.coordinate());
+  const PlacedNode node(graphNode);
+  const NodeEdges edges(*graphNode);
+  for (std::size_t i = 0; i < edges.count(); ++i) {
+    const auto& neighbour = edges.end(i);
     if (neighbour->level() != graphNode->level()) continue;
-    const auto projected = projectOntoEdge(region, graphNode, neighbour, point,
+    const auto projected = projectOntoEdge(region, node, neighbour, place,
                                            best ? best->distance() : kAnyDistance);
     if (projected) best = projected;
   }

@@ -20,6 +20,7 @@ class KRVNavPoint;
 class KRVNavRegion;
 class ObstacleDetector;
 class RegionFinder;
+struct MapPlace;
 
 /// The region finder of a configuration. Fatal error when the configuration is gone. Defined
 /// with the configuration bundles, which lie above localisation.
@@ -93,6 +94,7 @@ class PositionMapper {
                                                         const KRVNavPoint& navigationPoint);
 
  private:
+  struct PlacedNode;
   struct SightedFoot {
     MKMapPoint point;
     CLLocationCoordinate2D coordinate;
@@ -102,16 +104,13 @@ class PositionMapper {
   std::shared_ptr<KRVNavGraph> routeGraph() const;
   std::shared_ptr<KRVNavRegion> regionFor(const KRVNavPoint& point,
                                           const std::shared_ptr<KRVNavGraph>& routeGraph) const;
-  bool passesDetourTests(const KRVNavGraph& graph, const ClosestNode& candidate,
-                         const KRVNavPoint& neighbour, const KRVNavPoint& navigationPoint) const;
   std::optional<SightedFoot> footInSight(const std::shared_ptr<KRVNavRegion>& region,
-                                         const KRVNavPoint& nodeOne, const KRVNavPoint& nodeTwo,
-                                         CLLocationCoordinate2D position, double limit);
+                                         const MapPlace& nodeOne, const MapPlace& nodeTwo,
+                                         const MapPlace& position, double limit);
   std::shared_ptr<EdgeIntersection> projectOntoEdge(const std::shared_ptr<KRVNavRegion>& region,
-                                                    const std::shared_ptr<KRVNavPoint>& nodeOne,
+                                                    const PlacedNode& nodeOne,
                                                     const std::shared_ptr<KRVNavPoint>& nodeTwo,
-                                                    const KRVNavPoint& navigationPoint,
-                                                    double limit);
+                                                    const MapPlace& position, double limit);
 
   std::weak_ptr<ConfigDependents> configDependents_;
   bool onOriginalGraph_;

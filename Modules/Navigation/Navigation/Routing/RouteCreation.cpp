@@ -1,28 +1,56 @@
 #include "Navigation/Routing/RouteCreation.hpp"
 
 #include <cmath>
+#include <optional>
+#include <string>
 #include <utility>
 
-#include "Navigation/Graph/KRVNavEdge.hpp"
+#include "Common/KorvaniCommonHelpers.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
 
 namespace KorvaniNavigation {
 
 namespace {
 
+using KorvaniCommon::BearingPlace;
+
 constexpr double kReversalTolerance = 1.0;  // degrees
 
-Step stepOf(const KRVNavEdge& edge) {
-  return Step(edge.start(), edge.end(), edge.distance(), edge.isBarrierFree(), edge.multiplicator(),
-              edge.type().value_or(""));
+/// The headings of the edges of a way, most of which start where the one before ends.
+class Headings {
+ public:
+  double of(const RouteEdge& edge) {
+    const bool goesOn = edge.start.get() == end_;
+    const BearingPlace from = goesOn ? *place_ : placeOf(*edge.start);
+    end_ = edge.end.get();
+    place_ = placeOf(*edge.end);
+    return KorvaniCommon::initialBearing(from, *place_);
+  }
+
+ private:
+  static BearingPlace placeOf(const KRVNavPoint& point) {
+    return BearingPlace(point.location().coordinate());
+  }
+
+  const KRVNavPoint* end_ = nullptr;  // of the last edge
+  std::optional<BearingPlace> place_;
+};
+
+Step stepOf(RouteEdge&& edge, double heading) {
+  return Step::withHeading(std::move(edge.start), std::move(edge.end), edge.distance, heading,
+                           edge.isBarrierFree, edge.multiplicator,
+                           std::move(edge.type).value_or(std::string()));
 }
+
+/// A heading, brought into (-180, 180] degrees; without rounding, as the IEEE remainder has it.
+double withinHalfATurn(double heading) { return heading > 180.0 ? heading - 360.0 : heading; }
 
 /// Whether `next` runs back on `last`. Going back south after going due north is not seen as
 /// such, because the two headings come out as -180 and 180.
 bool runsBack(const Step& last, const Step& next) {
   if (last.levelChange()) return false;
-  const double turned = std::remainder(last.heading() - 180.0, 360.0);
-  return std::abs(turned - std::remainder(next.heading(), 360.0)) <= kReversalTolerance;
+  const double turned = last.heading() - 180.0;
+  return std::abs(turned - withinHalfATurn(next.heading())) <= kReversalTolerance;
 }
 
 /// One straight step from where `last` starts to where `next` ends, otherwise like `next`.
@@ -33,11 +61,13 @@ Step merged(const Step& last, const Step& next) {
 
 }  // namespace
 
-Route createRoute(const std::vector<std::shared_ptr<KRVNavEdge>>& edges) {
+Route createRoute(Edges edges) {
   std::vector<Step> steps;
   steps.reserve(edges.size());
-  for (const auto& edge : edges) {
-    Step step = stepOf(*edge);
+  Headings headings;
+  for (RouteEdge& edge : edges) {
+    const double heading = headings.of(edge);
+    Step step = stepOf(std::move(edge), heading);
     if (!steps.empty() && runsBack(steps.back(), step)) {
       steps.back() = merged(steps.back(), step);
     } else {

@@ -2,14 +2,10 @@
 
 // Internal. From the edges of a way to the route that a host is given.
 
-#include <memory>
-#include <vector>
-
 #include "Navigation/Routing/Route.hpp"
+#include "Navigation/Routing/RouteEdge.hpp"
 
 namespace KorvaniNavigation {
-
-class KRVNavEdge;
 
 /// A route with one step an edge, its points and its totals; without instructions.
 ///
@@ -17,6 +13,6 @@ class KRVNavEdge;
 /// straight step between the outer ends: nobody is sent to a dead end and back. Edges that go
 /// on in the same direction stay steps of their own, and nothing is merged into a step that
 /// changes the level.
-Route createRoute(const std::vector<std::shared_ptr<KRVNavEdge>>& edges);
+Route createRoute(Edges edges);
 
 }  // namespace KorvaniNavigation

@@ -42,9 +42,9 @@ bool RouteNotes::isCurrent() const {
 
 /// Before anything is asked of the point.
 void RouteNotes::watch(const KRVNavPoint& point) {
-  if (point.region()) {
+  if (GraphAccess::hasRegion(point)) {
     GraphAccess::watch(point);
-  } else if (loose_.empty() || loose_.back().noted.object != &point) {
+  } else {
     loose_.emplace_back(point);
   }
 }
@@ -61,9 +61,11 @@ RouteNotes::RouteNotes(const std::vector<Step>& steps) : stamp_(GraphAccess::poi
     coordinates_.push_back(point.coordinate);
     flights_.back().end = coordinates_.size();
   };
+  const KRVNavPoint* lastEnd = nullptr;
   for (const Step& step : steps) {
-    watch(*step.start());
+    if (step.start().get() != lastEnd) watch(*step.start());
     watch(*step.end());
+    lastEnd = step.end().get();
     ends_.emplace_back(*step.start());
     note(ends_.back());
     ends_.emplace_back(*step.end());

@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <iterator>
 #include <optional>
 #include <utility>
 
 #include "Common/KorvaniCommonHelpers.hpp"
-#include "Navigation/Graph/KRVNavEdge.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
 #include "Navigation/Obstacles/ObstacleDetector.hpp"
 
@@ -65,53 +63,38 @@ bool turns(CLLocationCoordinate2D start, CLLocationCoordinate2D corner,
   return !(std::abs(turn) < kMinimumTurn);
 }
 
-/// An edge of the way with its ends, which are asked for once.
-struct Leg {
-  explicit Leg(std::shared_ptr<KRVNavEdge> whole)
-      : edge(std::move(whole)), start(edge->start()), end(edge->end()) {}
-
-  std::shared_ptr<KRVNavEdge> edge;
-  std::shared_ptr<KRVNavPoint> start;
-  std::shared_ptr<KRVNavPoint> end;
-};
-
-/// The line past the corner between two successive edges; absent where it may not be cut.
-std::shared_ptr<KRVNavEdge> shortcut(const Leg& leg, const Leg& next,
+/// How long the line past the corner between two successive edges is, in metres; absent where it may
+/// not be cut.
+std::optional<double> shortcutLength(const RouteEdge& edge, const RouteEdge& next,
                                      const ObstacleDetector& detector) {
-  const KRVNavPoint& start = *leg.start;
+  const KRVNavPoint& start = *edge.start;
   const KRVNavPoint& end = *next.end;
-  if (start.level() != end.level()) return nullptr;
-  if (!turns(start.coordinate(), next.start->coordinate(), end.coordinate())) return nullptr;
+  if (start.level() != end.level()) return std::nullopt;
+  if (!turns(start.coordinate(), next.start->coordinate(), end.coordinate())) return std::nullopt;
   const double distance = start.location().distanceFromLocation(end.location());
-  if (distance > kMaximumShortcutLength) return nullptr;
-  if (detector.isAnyBarrierInBetween(start.coordinate(), end.coordinate())) return nullptr;
-  const KRVNavEdge& edge = *leg.edge;
-  return std::make_shared<KRVNavEdge>(leg.start, next.end, distance, edge.multiplicator(),
-                                      edge.isBarrierFree(), edge.type());
+  if (distance > kMaximumShortcutLength) return std::nullopt;
+  if (detector.isAnyBarrierInBetween(start.coordinate(), end.coordinate())) return std::nullopt;
+  return distance;
 }
 
 }  // namespace
 
-std::vector<std::shared_ptr<KRVNavEdge>> cutCorners(
-    const std::vector<std::shared_ptr<KRVNavEdge>>& edges, const ObstacleDetector& detector) {
+// What is done already stands at the end of the list; `last` is the first edge of it.
+Edges cutCorners(Edges edges, const ObstacleDetector& detector) {
   if (edges.size() < 2) return edges;
-  std::vector<Leg> backwards;
-  backwards.reserve(edges.size());
-  for (std::size_t i = edges.size(); i-- > 0;) {
-    Leg leg(edges[i]);
-    if (!backwards.empty()) {
-      if (auto cut = shortcut(leg, backwards.back(), detector)) {
-        backwards.back() = Leg(std::move(cut));
-        continue;
-      }
+  std::size_t last = edges.size() - 1;
+  for (std::size_t i = last; i-- > 0;) {
+    RouteEdge& edge = edges[i];
+    if (const auto length = shortcutLength(edge, edges[last], detector)) {
+      edge.end = std::move(edges[last].end);
+      edge.distance = *length;
+    } else {
+      --last;
     }
-    backwards.push_back(std::move(leg));
+    if (last != i) edges[last] = std::move(edge);
   }
-  std::vector<std::shared_ptr<KRVNavEdge>> left;
-  left.reserve(backwards.size());
-  std::transform(backwards.rbegin(), backwards.rend(), std::back_inserter(left),
-                 [](Leg& leg) { return std::move(leg.edge); });
-  return left;
+  edges.erase(edges.begin(), edges.begin() + static_cast<std::ptrdiff_t>(last));
+  return edges;
 }
 
 }  // namespace KorvaniNavigation

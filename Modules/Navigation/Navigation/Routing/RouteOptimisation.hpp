@@ -2,12 +2,10 @@
 
 // Internal. Cuts the corners of a way.
 
-#include <memory>
-#include <vector>
+#include "Navigation/Routing/RouteEdge.hpp"
 
 namespace KorvaniNavigation {
 
-class KRVNavEdge;
 class ObstacleDetector;
 
 /// Replaces two edges that form a turn by the straight line past the corner, where that line is
@@ -20,8 +18,7 @@ class ObstacleDetector;
 /// earlier of the two. The tests are made in this order because the last one is the dear one.
 ///
 /// @param edges in walking order
-/// @return the new edges in walking order; `edges` itself when there are fewer than two
-std::vector<std::shared_ptr<KRVNavEdge>> cutCorners(
-    const std::vector<std::shared_ptr<KRVNavEdge>>& edges, const ObstacleDetector& detector);
+/// @return the new edges in walking order
+Edges cutCorners(Edges edges, const ObstacleDetector& detector);
 
 }  // namespace KorvaniNavigation

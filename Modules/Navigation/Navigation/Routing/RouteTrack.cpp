@@ -189,7 +189,7 @@ void RouteTrack::moveToNearerFoot(Candidate& best, const Sighted& start,
                     steps_->view()[start.number].distance())) {
     return;
   }
-  const auto foot = footBetween(from.coordinate, to.coordinate, position);
+  const auto foot = footBetween(MapPlace(from.coordinate), MapPlace(to.coordinate), MapPlace(position));
   if (!foot) return;
   const double distance = greatCircleDistance(foot->coordinate, position);
   if (!(distance < best.distance)) return;

@@ -1,23 +1,20 @@
 #include "Navigation/Routing/RouteWrapping.hpp"
 
 #include <limits>
+#include <optional>
+#include <utility>
 
 #include "Navigation/Graph/KRVNavEdge.hpp"
 #include "Navigation/Graph/KRVNavGraph.hpp"
 #include "Navigation/Graph/KRVNavPoint.hpp"
 #include "Navigation/Localisation/PositionMapper.hpp"
 #include "Navigation/Obstacles/ObstacleDetector.hpp"
+#include "Navigation/Path Finding/Arrays/CompiledGraph.hpp"
 #include "Platform/FatalError.hpp"
 
 namespace KorvaniNavigation {
 
 namespace {
-
-/// A stretch that is not of the graph: plain walking, free of barriers.
-std::shared_ptr<KRVNavEdge> plainEdge(const std::shared_ptr<KRVNavPoint>& start,
-                                      const std::shared_ptr<KRVNavPoint>& end, double distance) {
-  return std::make_shared<KRVNavEdge>(start, end, distance, 1.0, true);
-}
 
 /// A point of the same place and level, whose location is that of its coordinate.
 KRVNavPoint copyOf(const KRVNavPoint& point) {
@@ -26,19 +23,36 @@ KRVNavPoint copyOf(const KRVNavPoint& point) {
 
 /// The straight edge from the person to the nearest destination, or to the person itself when
 /// there is no destination.
-std::shared_ptr<KRVNavEdge> directEdge(const std::shared_ptr<KRVNavPoint>& destination,
-                                       const WrappingInput& input) {
+RouteEdge directEdge(const std::shared_ptr<KRVNavPoint>& destination, const WrappingInput& input) {
   const auto& end = destination ? destination : input.point;
-  return plainEdge(input.point, end, input.point->distanceFrom(*end));
+  return {input.point, end, input.point->distanceFrom(*end)};
+}
+
+/// The graph's edge between two nodes; absent when there is none. It is looked up where edges stand
+/// side by side if the graph is compiled, else in its dictionaries.
+std::optional<RouteEdge> edgeBetween(const KRVNavPoint& from, const KRVNavPoint& to,
+                                     const KRVNavGraph& graph, const GraphStructure* filed) {
+  const auto start = filed ? filed->nodeOf(from) : std::nullopt;
+  const auto end = filed ? filed->nodeOf(to) : std::nullopt;
+  if (start && end) {
+    const KRVNavEdge* edge = filed->edgeBetween(*start, *end);
+    return edge ? std::optional<RouteEdge>(*edge) : std::nullopt;
+  }
+  const auto edge = graph.edgeFromNode(from, to);
+  return edge ? std::optional<RouteEdge>(*edge) : std::nullopt;
 }
 
 }  // namespace
 
 Edges edgesFor(const Points& nodes, const KRVNavGraph& graph) {
+  const auto compiled = GraphStructure::ready(graph);
+  const GraphStructure* filed = compiled && compiled->isFiledByEnds() ? compiled.get() : nullptr;
   Edges edges;
   edges.reserve(nodes.size() + 1);  // with room for the ways onto the graph and off it
   for (std::size_t i = 0; i + 1 < nodes.size(); ++i) {
-    if (auto edge = graph.edgeFromNode(*nodes[i], *nodes[i + 1])) edges.push_back(std::move(edge));
+    if (auto edge = edgeBetween(*nodes[i], *nodes[i + 1], graph, filed)) {
+      edges.push_back(std::move(*edge));
+    }
   }
   return edges;
 }
@@ -70,10 +84,10 @@ void wrapRouteEdgesWithEnd(const std::shared_ptr<KRVNavPoint>& viaNode, Edges& r
   const auto intersection = input.mapper.intersect(*nearest.point, viaNode);
   if (!intersection) {
     const auto end = std::make_shared<KRVNavPoint>(nearest.point->coordinate(), viaNode->level());
-    routeEdges.push_back(plainEdge(viaNode, end, nearest.distance));
+    routeEdges.emplace_back(viaNode, end, nearest.distance);
   } else if (intersection->kind() == IntersectionKind::edge) {
     const auto& foot = intersection->node();
-    routeEdges.push_back(plainEdge(viaNode, foot, viaNode->distanceFrom(*foot)));
+    routeEdges.emplace_back(viaNode, foot, viaNode->distanceFrom(*foot));
   }
 }
 
@@ -82,7 +96,7 @@ void createWrappedNonBarrierIntersectionRoute(
     const std::shared_ptr<KRVNavPoint>& targetedDestination, const WrappingInput& input) {
   std::shared_ptr<KRVNavPoint> first;
   if (!edges.empty()) {
-    first = edges.front()->start();
+    first = edges.front().start;
   } else if (!targetedDestination) {
     const auto nearest =
         nearestDestinationPointResultFromReferencePoint(copyOf(*input.point), input);
@@ -102,7 +116,7 @@ void createWrappedNonBarrierIntersectionRoute(
   }
   if (startIntersection.kind() != IntersectionKind::node) {
     const auto& foot = startIntersection.node();
-    edges.insert(edges.begin(), plainEdge(foot, first, foot->distanceFrom(*first)));
+    edges.emplace(edges.begin(), foot, first, foot->distanceFrom(*first));
   }
   if (!targetedDestination) KORVANI_FATAL("a path has no destination node");
   wrapRouteEdgesWithEnd(targetedDestination, edges, input);

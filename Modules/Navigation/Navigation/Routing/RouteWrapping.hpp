@@ -8,15 +8,14 @@
 #include <vector>
 
 #include "Navigation/Localisation/Intersection.hpp"
+#include "Navigation/Routing/RouteEdge.hpp"
 
 namespace KorvaniNavigation {
 
-class KRVNavEdge;
 class KRVNavGraph;
 class KRVNavPoint;
 class PositionMapper;
 
-using Edges = std::vector<std::shared_ptr<KRVNavEdge>>;
 using Points = std::vector<std::shared_ptr<KRVNavPoint>>;
 
 /// What the wrapping of one search works with. Refers to its parts; they must outlive it.
@@ -33,7 +32,7 @@ struct NearestDestination {
   double distance;
 };
 
-/// The graph's edges between successive nodes. Pairs that no edge joins are left out.
+/// The graph's edges between successive nodes, as they are now. Pairs that no edge joins are left out.
 Edges edgesFor(const Points& nodes, const KRVNavGraph& graph);
 
 /// The destination nearest to a point: of those on its level the one nearest by `distanceFrom`,

@@ -62,6 +62,13 @@ class KORVANI_API Step {
   const std::string& neighborType() const { return neighborType_; }
 
  private:
+  struct Heading {
+    double degrees;
+  };
+
+  Step(Heading heading, std::shared_ptr<KRVNavPoint> start, std::shared_ptr<KRVNavPoint> end,
+       double distance, bool barrierFree, double timeMultiplicator, std::string neighborType);
+
   std::shared_ptr<KRVNavPoint> start_;
   std::shared_ptr<KRVNavPoint> end_;
   double distance_;

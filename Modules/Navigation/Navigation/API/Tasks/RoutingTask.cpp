@@ -285,9 +285,9 @@ std::shared_ptr<const Route> RoutingTask::routeAlong(const Points& nodes, const 
                                            {current_.point, *current_.possibleDestinations,
                                             config.levelHeight(), intersectionTask_->mapper()});
   if (config.activateRouteOptimisation()) {
-    edges = cutCorners(edges, *intersectionTask_->obstacleDetector());
+    edges = cutCorners(std::move(edges), *intersectionTask_->obstacleDetector());
   }
-  return std::make_shared<Route>(createRoute(edges));
+  return std::make_shared<Route>(createRoute(std::move(edges)));
 }
 
 void RoutingTask::completedRouteCalculation(bool publishRoute) {

@@ -73,8 +73,22 @@ bool GraphStructure::addRow(const KRVNavGraph& graph, const KRVNavPoint& point) 
     if (!node || target_.size() == std::numeric_limits<std::uint32_t>::max()) return false;
     target_.push_back(*node);
     edges_.push_back(edge.get());
+    isFiledByEnds_ = isFiledByEnds_ && end->identifierNumber() == number;
   }
   return true;
+}
+
+std::shared_ptr<const GraphStructure> GraphStructure::ready(const KRVNavGraph& graph) {
+  auto structure =
+      GraphAccess::derivedOf(graph).ready<GraphStructure>(GraphAccess::structureStamp(graph));
+  return structure && structure->isOrdinary() ? std::move(structure) : nullptr;
+}
+
+const KRVNavEdge* GraphStructure::edgeBetween(std::uint32_t from, std::uint32_t to) const {
+  for (std::uint32_t edge = firstEdge_[from]; edge != firstEdge_[from + 1]; ++edge) {
+    if (target_[edge] == to) return edges_[edge];
+  }
+  return nullptr;
 }
 
 // Few ask for other points than the nodes themselves, and sorting takes as long as all the rest.

@@ -44,6 +44,10 @@ class GraphStructure {
   // Of no use when the interruption is seen.
   GraphStructure(const KRVNavGraph& graph, Interruption& interruption);
 
+  // The structure of the graph as it is now, if it is ordinary and made already; null otherwise. For
+  // who can as well ask the graph.
+  static std::shared_ptr<const GraphStructure> ready(const KRVNavGraph& graph);
+
   bool isOrdinary() const { return isOrdinary_; }
 
   // The number of that very object; absent when it is none of the graph's nodes.
@@ -60,6 +64,12 @@ class GraphStructure {
   // The edges in the order of `target()`. For as long as the graph has not changed since.
   const std::vector<const KRVNavEdge*>& edges() const { return edges_; }
 
+  // The edge that the graph has filed from one of its nodes to another; null when there is none.
+  const KRVNavEdge* edgeBetween(std::uint32_t from, std::uint32_t to) const;
+
+  // Whether every edge is filed under the number of the node where it ends, as `edgeBetween` needs.
+  bool isFiledByEnds() const { return isFiledByEnds_; }
+
   std::size_t bytes() const;
 
  private:
@@ -74,6 +84,7 @@ class GraphStructure {
   std::vector<std::uint32_t> firstEdge_;
   std::vector<std::uint32_t> target_;
   std::vector<const KRVNavEdge*> edges_;
+  bool isFiledByEnds_ = true;
   bool isOrdinary_;  // last: found out while the others are filled
 };
 
