@@ -13,8 +13,11 @@ namespace KorvaniNavigation {
 namespace {
 
 bool allHaveLevels(const std::vector<Step>& steps) {
-  return std::all_of(steps.begin(), steps.end(), [](const Step& step) {
-    return hasLevel(step.start()->location()) && hasLevel(step.end()->location());
+  const KRVNavPoint* known = nullptr;
+  return std::all_of(steps.begin(), steps.end(), [&](const Step& step) {
+    const bool startHas = step.start().get() == known || hasLevel(step.start()->location());
+    known = step.end().get();
+    return startHas && hasLevel(known->location());
   });
 }
 

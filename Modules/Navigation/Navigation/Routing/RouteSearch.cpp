@@ -33,6 +33,7 @@ std::vector<std::shared_ptr<KRVNavPoint>> destinationNodes(
   const auto regionFinder = regionFinderOf(configuration);
   const auto held = mapper.obstacleDetector();
   std::vector<std::shared_ptr<KRVNavPoint>> nodes;
+  nodes.reserve(possibleDestinations.size() * 2);  // most lie next to one or two
   for (const auto& destination : possibleDestinations) {
     const auto region =
         regionFinder->findRegionFor(destination->coordinate(), destination->level(), true);

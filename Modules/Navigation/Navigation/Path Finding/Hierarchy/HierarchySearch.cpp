@@ -87,9 +87,21 @@ bool HierarchySearch::expandOne(std::uint32_t place, const Side& side, Side Labe
   return true;
 }
 
+// Most arcs lead both ways: what is the same for both is done once.
 bool HierarchySearch::expandBoth(std::uint32_t place, const Label& label) {
-  return expandOne<HierarchyArc::kForward>(place, label.forward, &Label::forward) &&
-         expandOne<HierarchyArc::kBackward>(place, label.backward, &Label::backward);
+  Label* const labels = scratch_.labels.data();
+  const double margin = margin_;
+  const std::uint32_t up = place | (label.forward.from & Side::kTied);
+  const std::uint32_t down = place | (label.backward.from & Side::kTied);
+  for (const HierarchyArc& arc : arcs_.row(place)) {
+    if (interrupted()) return false;
+    Label& above = labels[arc.place()];
+    add(arc.place(), above);
+    const std::uint32_t tied = arc.tied() ? Side::kTied : 0U;
+    if (arc.forward()) above.forward.relax(label.forward.cost + arc.cost, up | tied, margin);
+    if (arc.backward()) above.backward.relax(label.backward.cost + arc.cost, down | tied, margin);
+  }
+  return true;
 }
 
 // Dijkstra's algorithm from the places of the core that the starts reach. The labels of the other
