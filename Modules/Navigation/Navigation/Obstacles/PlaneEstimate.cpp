@@ -15,7 +15,7 @@ using KorvaniPlatform::radians;
 
 // Degrees. Within them x is at most one and a half times the size of the world.
 constexpr double kFarthestLongitude = 360;
-constexpr double kRounding = 0x1p-53;
+constexpr double kRoundingOfAStep = 0x1p-53;
 
 }  // namespace
 
@@ -53,8 +53,8 @@ double PlaneEstimate::errorWithin(double extent) const {
   const double leftOut = kMKMapWorldSize / (2 * std::numbers::pi) * fourth * distance * distance *
                          distance * distance / 24;
   // The formula is wrong by a third of the first summand at most; it gave the origin as well.
-  return leftOut + kRounding * kMKMapWorldSize * 4 * (4 + secant * secant) +
-         kRounding * 16 * extent;
+  return leftOut + kRoundingOfAStep * kMKMapWorldSize * 4 * (4 + secant * secant) +
+         kRoundingOfAStep * 16 * extent;
 }
 
 }  // namespace KorvaniNavigation
