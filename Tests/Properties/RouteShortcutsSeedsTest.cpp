@@ -29,9 +29,9 @@ using KorvaniNavigation::footBetween;
 using KorvaniNavigation::IntersectionFinder;
 using KorvaniNavigation::KRVNavEdge;
 using KorvaniNavigation::KRVNavObstacle;
+using KorvaniNavigation::MapPlace;
 using KorvaniNavigation::MKCoordinateForMapPoint;
 using KorvaniNavigation::MKMapPointForCoordinate;
-using KorvaniNavigation::MapPlace;
 using KorvaniNavigation::ObstacleDetector;
 using KorvaniNavigation::RouteEdge;
 

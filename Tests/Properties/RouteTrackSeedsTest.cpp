@@ -199,9 +199,11 @@ class RouteTrackSeeds : public FacadeFixture {
   /// One position: the place on the track, the rest of the way, what is said about it.
   void walkTo(Route& route, const PointPtr& position) {
     const RouteTrack track(route.remainingSteps());
+    const bool isPlaced = track.canPlace(*position);
+    const auto place = isPlaced ? track.place(*position, bundle()) : std::nullopt;
     const auto expected = plainly(track, *position);
-    if (track.canPlace(*position)) {
-      expectSamePlace(track, track.place(*position, bundle()), expected);
+    if (isPlaced) {
+      expectSamePlace(track, place, expected);
     } else {
       ++unplacedCount;
     }

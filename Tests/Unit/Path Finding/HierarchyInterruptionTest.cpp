@@ -12,6 +12,7 @@
 
 #include "EdgeNet.hpp"
 #include "Navigation/Path Finding/Hierarchy/HierarchyBuilder.hpp"
+#include "Navigation/Path Finding/Hierarchy/HierarchySearch.hpp"
 #include "Navigation/Path Finding/Hierarchy/HubLabels.hpp"
 #include "Navigation/Path Finding/Hierarchy/RoutingHierarchy.hpp"
 
@@ -51,6 +52,25 @@ TEST(HierarchyInterruption, EveryStepOfThePreparationLooksAtTheFlag) {
   Interruption during(flag);
   EXPECT_FALSE(HubLabels::build(arcs, 1e-9, 64, during));
   EXPECT_TRUE(during.seen());
+}
+
+/// Two places that no arc joins.
+HierarchyArcs apart(std::uint32_t coreBegin) { return {{0, 0, 0}, {}, coreBegin}; }
+
+bool runsThrough(const HierarchyArcs& arcs, const std::atomic<bool>& flag) {
+  HierarchySearch::Scratch scratch(arcs.placeCount());
+  HierarchySearch search(arcs, 1e-9, flag, scratch);
+  search.addStart(0, 0);
+  search.addTarget(1);
+  return search.run();
+}
+
+TEST(HierarchyInterruption, ASearchLooksAtTheFlagBeforeEachPlaceBelowAndInTheCore) {
+  const std::atomic<bool> flag{true};
+  for (const std::uint32_t coreBegin : {2U, 0U}) {
+    EXPECT_FALSE(runsThrough(apart(coreBegin), flag));
+    EXPECT_TRUE(runsThrough(apart(coreBegin), kNeverInterrupted));
+  }
 }
 
 TEST(HierarchyInterruption, NothingHalfMadeIsLeft) {

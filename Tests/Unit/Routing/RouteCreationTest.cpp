@@ -51,7 +51,8 @@ TEST(CreateRoute, HeadsFromTheLocationOfEachStartToThatOfTheEnd) {
   const auto d = pointFromOrigin(30, -4);
   d->setLocation(pointFromOrigin(31, -3)->location());
   const auto headingBetween = [](const PointPtr& from, const PointPtr& to) {
-    return KorvaniCommon::initialBearing(from->location().coordinate(), to->location().coordinate());
+    return KorvaniCommon::initialBearing(from->location().coordinate(),
+                                         to->location().coordinate());
   };
   const Route route = createRoute(
       {RouteEdge(a, b, 10), RouteEdge(b, c, 7), RouteEdge(besideC, d, 25), RouteEdge(d, a, 30)});
@@ -87,8 +88,8 @@ TEST(CreateRoute, CountsPointsLengthAndTime) {
   const auto a = pointFromOrigin(0, 0);
   const auto b = pointFromOrigin(0, 10);
   const auto c = pointFromOrigin(10, 10);
-  const Route route = createRoute({RouteEdge(KRVNavEdge(a, b, 12.0, 1.0, true)),
-                                   RouteEdge(KRVNavEdge(b, c, 9.0, 2.0, true))});
+  const Route route = createRoute(
+      {RouteEdge(KRVNavEdge(a, b, 12.0, 1.0, true)), RouteEdge(KRVNavEdge(b, c, 9.0, 2.0, true))});
   EXPECT_EQ(route.points(), (std::vector<PointPtr>{a, b, c}));
   EXPECT_EQ(route.totalDistance(), 21.0);
   EXPECT_EQ(route.travelTime(), (12.0 + 18.0) / 1.5);

@@ -8,7 +8,9 @@
 #include "Navigation/Localisation/EdgeIntersection.hpp"
 #include "Navigation/Routing/RemainingSteps.hpp"
 #include "Navigation/Routing/Route.hpp"
+#include "Navigation/Routing/RouteNotes.hpp"
 #include "Navigation/Routing/RouteProgress.hpp"
+#include "Platform/Clock.hpp"
 #include "Support/FacadeFixture.hpp"
 #include "Support/PlacedBuilding.hpp"
 
@@ -17,6 +19,7 @@ namespace {
 
 using KorvaniNavigation::asEdge;
 using KorvaniNavigation::IntersectionKind;
+using KorvaniNavigation::RouteNotes;
 using KorvaniNavigation::RouteTrack;
 using KorvaniNavigation::Step;
 
@@ -106,6 +109,31 @@ TEST_F(RouteTrackTest, GivesTheNodesOfItsGraphWhenAskedForTheIntersection) {
   EXPECT_EQ(intersection->node(), place->node);
 }
 
+TEST_F(RouteTrackTest, GivesTheNodesThatItsGraphHadEvenWhenTheHostHasTakenThemOut) {
+  const RouteTrack track = over(corridor());
+  const auto place = track.place(*building.position(1, 14), bundle());
+  const auto graph = track.graph();
+  const auto start = graph->nodeWithIdentifier(2);
+  graph->nodes().clear();
+  EXPECT_EQ(asEdge(track.intersectionAt(*place))->enclosingNodeOne(), start);
+}
+
+TEST_F(RouteTrackTest, CannotPlaceOnceSomebodyHasItsGraph) {
+  const RouteTrack track = over(corridor());
+  const auto position = building.position(1, 14);
+  EXPECT_TRUE(track.canPlace(*position));
+  static_cast<void>(track.graph());
+  EXPECT_FALSE(track.canPlace(*position));
+}
+
+TEST_F(RouteTrackTest, CannotPlaceOnceSomebodyHasAPlaceOfItsGraph) {
+  const RouteTrack track = over(corridor());
+  const auto position = building.position(1, 14);
+  const auto place = track.place(*position, bundle());
+  static_cast<void>(track.intersectionAt(*place));
+  EXPECT_FALSE(track.canPlace(*position));
+}
+
 TEST_F(RouteTrackTest, CannotPlaceWhereARouteMeetsAPointTwice) {
   const auto points = corridor();
   const RouteTrack track = over({points[0], points[1], points[2], points[1], points[3]});
@@ -123,6 +151,13 @@ TEST_F(RouteTrackTest, CannotPlaceWhatIsNotOnEarth) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   EXPECT_FALSE(track.canPlace(*at({nan, 11}, 0)));
   EXPECT_TRUE(track.canPlace(*building.position(0, 5)));
+}
+
+TEST_F(RouteTrackTest, CannotPlaceWhereThePersonIsNotOnEarth) {
+  const auto all = routeOver(corridor()).remainingSteps();
+  const auto person = at({std::numeric_limits<double>::quiet_NaN(), 11}, 0);
+  const auto left = all->after(1, Step(person, all->view()[1].end(), 5));
+  EXPECT_FALSE(RouteTrack(left).canPlace(*building.position(0, 15)));
 }
 
 TEST_F(RouteTrackTest, CannotPlaceWhereThePersonStandsAtAPointThatComesLater) {
@@ -154,6 +189,29 @@ TEST_F(RouteTrackTest, LeavesTheHostsOwnPositionsUnwatchedAndSeesThemMoveAllTheS
   const auto behind = building.position(0, -1);
   EXPECT_EQ(before.place(*behind, bundle())->node->coordinate(), building.place(0, 0));
   EXPECT_EQ(after.place(*behind, bundle())->node->coordinate(), building.place(0, 10));
+}
+
+TEST_F(RouteTrackTest, NotesTheHostsOwnPositionsAnewWhenAnythingOfThemIsAnother) {
+  const auto person = building.position(0, 0);
+  const auto steps = routeOver({person, building.node(0, 30)}).remainingSteps();
+  const auto isNotedAnew = [&](const auto& change) {
+    const auto before = RouteNotes::of(*steps->computed());
+    EXPECT_EQ(RouteNotes::of(*steps->computed()), before);
+    change();
+    return RouteNotes::of(*steps->computed()) != before;
+  };
+  const auto elsewhere = building.place(1, 0);
+  EXPECT_TRUE(isNotedAnew([&] { person->setCoordinate(elsewhere); }));
+  EXPECT_TRUE(isNotedAnew([&] { person->setLevel(1); }));
+  EXPECT_TRUE(isNotedAnew([&] { person->setIdentifier(7); }));
+  EXPECT_TRUE(isNotedAnew([&] {
+    person->setLocation(KorvaniNavigation::CLLocation(elsewhere, person->location().altitude(), 0,
+                                                      0, KorvaniPlatform::clock()->date()));
+  }));
+  EXPECT_TRUE(isNotedAnew([&] {
+    person->setLocation(
+        KorvaniNavigation::CLLocation(elsewhere, 5, 0, 0, KorvaniPlatform::clock()->date()));
+  }));
 }
 
 }  // namespace

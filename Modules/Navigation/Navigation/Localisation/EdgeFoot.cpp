@@ -30,8 +30,9 @@ double strayOf(MKMapPoint one, MKMapPoint two) {
 /// Beyond an end by a hundredth of the edge it is longer by twice that, wherever else the foot
 /// comes out. Between the hundredths, where the foot lies the part t along and strays by the part s
 /// of the edge, it is longer by the part s * s / (2 * t * (1 - t)) at most; as long as that is a
-/// twenty-thousandth it is a sixth of what is allowed, or less. From centimetres to a kilometre and a half, short of 80 degrees of latitude, lengths on
-/// the map and on the sphere differ in ratio by far less than all of these.
+/// twenty-thousandth it is a sixth of what is allowed, or less. From centimetres to a kilometre and
+/// a half, short of 80 degrees of latitude, lengths on the map and on the sphere differ in ratio by
+/// far less than all of these.
 std::optional<bool> isSurelyBetween(MKMapPoint position, MKMapPoint one, MKMapPoint two) {
   constexpr double kShortestEdge = 0.1;  // map points
   constexpr double kLongestEdge = 1e4;

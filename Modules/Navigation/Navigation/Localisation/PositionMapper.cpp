@@ -184,9 +184,9 @@ std::shared_ptr<EdgeIntersection> PositionMapper::projectOntoEdge(
 std::optional<MKMapPoint> PositionMapper::findIntersectionPointOnEdge(
     const std::shared_ptr<KRVNavRegion>& region, const KRVNavPoint& nodeOne,
     const KRVNavPoint& nodeTwo, const KRVNavPoint& navigationPoint) {
-  const auto foot = footInSight(region, MapPlace(nodeOne.coordinate()),
-                                MapPlace(nodeTwo.coordinate()),
-                                MapPlace(navigationPoint.coordinate()), kAnyDistance);
+  const auto foot =
+      footInSight(region, MapPlace(nodeOne.coordinate()), MapPlace(nodeTwo.coordinate()),
+                  MapPlace(navigationPoint.coordinate()), kAnyDistance);
   if (!foot) return std::nullopt;
   return foot->point;
 }
@@ -210,8 +210,8 @@ std::shared_ptr<Intersection> PositionMapper::intersect(
   for (std::size_t i = 0; i < edges.count(); ++i) {
     const auto& neighbour = edges.end(i);
     if (neighbour->level() != graphNode->level()) continue;
-    const auto projected = projectOntoEdge(region, node, neighbour, place,
-                                           best ? best->distance() : kAnyDistance);
+    const auto projected =
+        projectOntoEdge(region, node, neighbour, place, best ? best->distance() : kAnyDistance);
     if (projected) best = projected;
   }
   return best;

@@ -63,8 +63,8 @@ bool turns(CLLocationCoordinate2D start, CLLocationCoordinate2D corner,
   return !(std::abs(turn) < kMinimumTurn);
 }
 
-/// How long the line past the corner between two successive edges is, in metres; absent where it may
-/// not be cut.
+/// How long the line past the corner between two successive edges is, in metres; absent where it
+/// may not be cut.
 std::optional<double> shortcutLength(const RouteEdge& edge, const RouteEdge& next,
                                      const ObstacleDetector& detector) {
   const KRVNavPoint& start = *edge.start;

@@ -13,7 +13,6 @@
 #include "Navigation/Localisation/VisibleNodes.hpp"
 #include "Navigation/Obstacles/ObstacleDetector.hpp"
 #include "Navigation/Routing/RemainingSteps.hpp"
-#include "Platform/FatalError.hpp"
 
 namespace KorvaniNavigation {
 
@@ -96,7 +95,22 @@ std::shared_ptr<KRVNavGraph> RouteTrack::graph() const {
     ends.push_back(notes_->endOfStep(steps_->gone() + i));
   }
   graph_ = buildRouteGraph(steps, ends, levels_);
+  noteNodes();
   return graph_;
+}
+
+/// Which nodes the points have become, while nobody else knows the graph: later some may be gone.
+/// Where a step is missing, a point can be none; no position is placed there.
+void RouteTrack::noteNodes() const {
+  nodes_.reserve(pointCount());
+  for (std::size_t number = 0; number < pointCount(); ++number) {
+    nodes_.push_back(std::as_const(*graph_).nodeWithIdentifier(identifierInGraph(number)));
+  }
+}
+
+bool RouteTrack::isGraphGivenOut() const {
+  const std::lock_guard lock(building_);
+  return graph_ != nullptr;
 }
 
 /// Whether the person stands at the end of the first step, as a copy of that point: the graph then
@@ -117,7 +131,7 @@ bool RouteTrack::meetsStartAgain() const {
 }
 
 bool RouteTrack::canPlace(const KRVNavPoint& position) const {
-  return NodeTree::isOrdinary(position.coordinate()) && notes_->isChain() &&
+  return !isGraphGivenOut() && NodeTree::isOrdinary(position.coordinate()) && notes_->isChain() &&
          (!start_ || NodeTree::isOrdinary(start_->coordinate)) && !meetsStartAgain();
 }
 
@@ -189,7 +203,8 @@ void RouteTrack::moveToNearerFoot(Candidate& best, const Sighted& start,
                     steps_->view()[start.number].distance())) {
     return;
   }
-  const auto foot = footBetween(MapPlace(from.coordinate), MapPlace(to.coordinate), MapPlace(position));
+  const auto foot =
+      footBetween(MapPlace(from.coordinate), MapPlace(to.coordinate), MapPlace(position));
   if (!foot) return;
   const double distance = greatCircleDistance(foot->coordinate, position);
   if (!(distance < best.distance)) return;
@@ -227,18 +242,13 @@ std::int64_t RouteTrack::identifierInGraph(std::size_t number) const {
 }
 
 std::shared_ptr<Intersection> RouteTrack::intersectionAt(const TrackPlace& place) const {
-  const auto graph = this->graph();
-  const auto nodeAt = [&](std::size_t number) {
-    const auto* const node = std::as_const(*graph).nodes().find(identifierInGraph(number));
-    if (!node) KORVANI_FATAL("a point of a route is not in the route's graph");
-    return *node;
-  };
-  const auto start = nodeAt(place.number);
+  graph();
+  const auto& start = nodes_[place.number];
   if (place.kind == IntersectionKind::node) {
     return std::make_shared<SingleNodeIntersection>(start, place.distance, place.delta);
   }
   return std::make_shared<EdgeIntersection>(place.delta, place.distance, place.node, start,
-                                            nodeAt(place.number + 1));
+                                            nodes_[place.number + 1]);
 }
 
 }  // namespace KorvaniNavigation

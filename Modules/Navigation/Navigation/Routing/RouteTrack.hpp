@@ -40,6 +40,9 @@ struct TrackPlace {
 /// at that graph; so it is built when it is asked for. All that it is made of is noted when the
 /// track is made, so it is the graph of that moment, whatever becomes of the building.
 ///
+/// Who has the graph may change it, and looks for his positions among its nodes. So from then on
+/// this track's positions are mapped onto it; the next one has a graph of its own.
+///
 /// Thread safety: any thread at any time; who asks for the graph first builds it, others wait.
 class RouteTrack {
  public:
@@ -49,8 +52,8 @@ class RouteTrack {
   std::shared_ptr<KRVNavGraph> graph() const;
 
   /// Whether `place` can be asked about that position. It cannot where points of the route stand
-  /// for each other in its graph, and for positions that are not on Earth; these are mapped onto
-  /// the graph.
+  /// for each other in its graph, for positions that are not on Earth, and once somebody has got
+  /// the graph; these are mapped onto the graph.
   bool canPlace(const KRVNavPoint& position) const;
 
   /// The place nearest to a position, as `PositionMapper::intersect` finds it on the graph: a point
@@ -79,6 +82,8 @@ class RouteTrack {
 
   std::size_t pointCount() const;
   const NotedPoint& point(std::size_t number) const;
+  void noteNodes() const;
+  bool isGraphGivenOut() const;
   bool meetsStartAgain() const;
   bool startIsReplaced() const;
   void noteLevels();
@@ -100,6 +105,7 @@ class RouteTrack {
   std::vector<RouteLevel> levels_;         ///< in the order in which the route comes to them
   mutable std::mutex building_;
   mutable std::shared_ptr<KRVNavGraph> graph_;
+  mutable std::vector<std::shared_ptr<KRVNavPoint>> nodes_;  ///< of the graph, one for each point
 };
 
 }  // namespace KorvaniNavigation

@@ -32,7 +32,8 @@ struct NearestDestination {
   double distance;
 };
 
-/// The graph's edges between successive nodes, as they are now. Pairs that no edge joins are left out.
+/// The graph's edges between successive nodes, as they are now. Pairs that no edge joins are left
+/// out.
 Edges edgesFor(const Points& nodes, const KRVNavGraph& graph);
 
 /// The destination nearest to a point: of those on its level the one nearest by `distanceFrom`,

@@ -44,8 +44,8 @@ class GraphStructure {
   // Of no use when the interruption is seen.
   GraphStructure(const KRVNavGraph& graph, Interruption& interruption);
 
-  // The structure of the graph as it is now, if it is ordinary and made already; null otherwise. For
-  // who can as well ask the graph.
+  // The structure of the graph as it is now, if it is ordinary and made already; null otherwise.
+  // For who can as well ask the graph.
   static std::shared_ptr<const GraphStructure> ready(const KRVNavGraph& graph);
 
   bool isOrdinary() const { return isOrdinary_; }

@@ -55,18 +55,19 @@ void ArraySearch::run(const std::atomic<bool>& interrupted) {
   wasInterrupted = !path && interrupted;
 }
 
-ArraySearch::Points ArraySearch::points() const {
-  Points points;
-  if (!path) return points;
-  points.reserve(path->nodes.size());
-  for (const std::uint32_t node : path->nodes)
-    points.push_back(compiled->structure().points()[node]);
-  return points;
+void ArraySearch::add(Successor successor) {
+  if (successor.hasBegun) path.reset();
+  successors.push_back(std::move(successor));
 }
 
 std::optional<PointPath> ArraySearch::bestPath() const {
   if (!path) return std::nullopt;
-  return PointPath{points(), path->cost};
+  PointPath way;
+  way.nodes.reserve(path->nodes.size());
+  for (const std::uint32_t node : path->nodes)
+    way.nodes.push_back(compiled->structure().points()[node]);
+  way.distance = path->cost;
+  return way;
 }
 
 }  // namespace KorvaniNavigation

@@ -3,7 +3,8 @@
 // Internal. A search in arrays: what it was asked, on which form of the graph, and what it found.
 //
 // It keeps the form of the graph, and so all its points. That way the labels which it did not make
-// can still be made later, as they would have been, whatever has become of the graph since.
+// can still be made later, as they would have been, whatever has become of the graph and of its
+// points since: which of them are starts and targets stays as it was found out.
 //
 // Belongs to one thread, but for the flag that interrupts.
 
@@ -29,10 +30,21 @@ struct ArraySearch {
                                               const Points& destinations, bool barrierFree,
                                               const std::atomic<bool>& interrupted);
 
+  // A search that was to go on from this one's labels and was interrupted before it relaxed
+  // anything. Its starts get labels and wait for the next wave, unless the interruption came after
+  // it began.
+  struct Successor {
+    Points starts;
+    std::vector<double> distances;
+    bool hasBegun = false;
+  };
+
   void run(const std::atomic<bool>& interrupted);
 
-  // The way that was found; empty when there is none.
-  Points points() const;
+  // Notes a search that was interrupted. One that had begun takes the way that was found with it.
+  void add(Successor successor);
+
+  // The way that was found; absent when there is none.
   std::optional<PointPath> bestPath() const;
 
   std::shared_ptr<const CompiledGraph> compiled;
@@ -41,6 +53,7 @@ struct ArraySearch {
   bool barrierFree = false;
   std::optional<FoundPath> path = std::nullopt;
   bool wasInterrupted = false;
+  std::vector<Successor> successors;
 };
 
 }  // namespace KorvaniNavigation

@@ -1,7 +1,7 @@
 #include "Navigation/Path Finding/DijkstraImproved/DijkstraImproved.hpp"
 
 #include <algorithm>
-#include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 
@@ -24,6 +24,30 @@ PointSet setOf(const DijkstraImproved::Points& points) {
   return set;
 }
 
+/// The nodes that were the targets of a search, whatever identifiers they have by now.
+PointSet targetsOf(const ArraySearch& search) {
+  PointSet set(PointSet::Telling::objects);
+  const auto& points = search.compiled->structure().points();
+  for (const std::uint32_t target : search.targets) set.insert(*points[target]);
+  return set;
+}
+
+/// The waves that a search in arrays was made without. False when they were interrupted.
+bool runWaves(const ArraySearch& search, WaveLabels& labels, const std::atomic<bool>& interrupted) {
+  Interruption interruption(interrupted);
+  const WaveLabels::CompiledEdges edges(*search.compiled, interruption);
+  if (interruption.seen()) return false;
+  const PointSet targets = targetsOf(search);
+  return labels.run({targets, search.barrierFree, interrupted, &edges});
+}
+
+void addSuccessors(const ArraySearch& search, WaveLabels& labels) {
+  for (const auto& [starts, distances, hasBegun] : search.successors) {
+    for (std::size_t i = 0; i < starts.size(); ++i) labels.addStart(starts[i], distances[i]);
+    if (hasBegun) labels.giveUp();
+  }
+}
+
 }  // namespace
 
 DijkstraImproved::DijkstraImproved(std::weak_ptr<ConfigDependents> configDependents)
@@ -41,17 +65,13 @@ DijkstraImproved::Points DijkstraImproved::findPathInGraph(
   if (fromIntersections.size() > withIntersectionDistances.size()) {
     KORVANI_FATAL("Start point without distance");
   }
-  // What is gone on from belongs to the destinations that it was found for.
-  if (inArrays_) labels();
   destinationNodes_ = toDestinationNodes;
   destination_ = nullptr;
-  if (searchInArrays(fromIntersections, withIntersectionDistances)) {
-    Points way = inArrays_->points();
-    if (!way.empty()) destination_ = way.back();
-    return way;
-  }
-  searchObjects(fromIntersections, withIntersectionDistances);
-  auto path = labels_->bestPath();
+  const bool isInArrays = inArrays_
+                              ? interruptedBefore(fromIntersections, withIntersectionDistances)
+                              : searchInArrays(fromIntersections, withIntersectionDistances);
+  if (!isInArrays) searchObjects(fromIntersections, withIntersectionDistances);
+  auto path = bestPath();
   if (!path) return {};
   destination_ = path->nodes.back();
   return std::move(path->nodes);
@@ -66,6 +86,16 @@ bool DijkstraImproved::searchInArrays(const Points& starts, const std::vector<do
   return true;
 }
 
+/// Makes the labels that a search is to go on from. True when it was interrupted before it has
+/// them: then they are left for later, and this search with them.
+bool DijkstraImproved::interruptedBefore(const Points& starts,
+                                         const std::vector<double>& distances) {
+  const bool hasBegun = !interrupted();
+  if (hasBegun && makeLabels(interrupted_)) return false;
+  inArrays_->add({starts, distances, hasBegun});
+  return true;
+}
+
 void DijkstraImproved::searchObjects(const Points& starts, const std::vector<double>& distances) {
   for (std::size_t i = 0; i < starts.size(); ++i) labels_->addStart(starts[i], distances[i]);
   if (interrupted()) return;
@@ -73,29 +103,33 @@ void DijkstraImproved::searchObjects(const Points& starts, const std::vector<dou
   labels_->run({destinations, lookForBarrierFreeRoute_, interrupted_});
 }
 
+/// Makes the labels of a search in arrays. False when that was interrupted: then none are made.
+bool DijkstraImproved::makeLabels(const std::atomic<bool>& interrupted) const {
+  if (!inArrays_) return true;
+  for (const StartNode& start : inArrays_->starts) {
+    labels_->addStart(inArrays_->compiled->structure().points()[start.node], start.distance);
+  }
+  if (inArrays_->wasInterrupted) {
+    labels_->giveUp();
+  } else if (!runWaves(*inArrays_, *labels_, interrupted)) {
+    labels_->clear();
+    return false;
+  }
+  addSuccessors(*inArrays_, *labels_);
+  inArrays_.reset();
+  return true;
+}
+
 /// The labels, those of the latest search included.
 WaveLabels& DijkstraImproved::labels() const {
-  if (inArrays_) {
-    const std::atomic<bool> never{false};
-    const PointSet destinations = setOf(destinationNodes_);
-    for (std::size_t i = 0; i < inArrays_->starts.size(); ++i) {
-      const StartNode& start = inArrays_->starts[i];
-      labels_->addStart(inArrays_->compiled->structure().points()[start.node], start.distance);
-    }
-    if (inArrays_->wasInterrupted) {
-      labels_->forgetWaiting();
-    } else {
-      const WaveLabels::CompiledEdges compiled(*inArrays_->compiled);
-      labels_->run({destinations, inArrays_->barrierFree, never, &compiled});
-    }
-    inArrays_.reset();
-  }
+  makeLabels(kNeverInterrupted);
   return *labels_;
 }
 
 void DijkstraImproved::iteration(const std::shared_ptr<KRVNavGraph>& /*with*/) {
+  if (!makeLabels(interrupted_)) return inArrays_->add({{}, {}, true});
   const PointSet destinations = setOf(destinationNodes_);
-  labels().wave({destinations, lookForBarrierFreeRoute_, interrupted_});
+  labels_->wave({destinations, lookForBarrierFreeRoute_, interrupted_});
 }
 
 bool DijkstraImproved::isDestination(const KRVNavPoint& node) const {
@@ -124,7 +158,9 @@ std::optional<DijkstraImproved::Path> DijkstraImproved::pathTo(const KRVNavPoint
   return labels().pathTo(point);
 }
 
+// A search in arrays leaves none itself, so mostly its labels need not be made for this.
 const DijkstraImproved::Points& DijkstraImproved::nodesToCheck() const {
+  if (inArrays_ && !inArrays_->successors.empty()) return labels().nodesToCheck();
   return labels_->nodesToCheck();
 }
 

@@ -12,6 +12,8 @@ namespace KorvaniNavigation {
 
 // The points that a wave improves, each once however many edges improve it.
 struct WaveLabels::Wave {
+  explicit Wave(PointSet::Telling telling) : members(telling) {}
+
   Points points;
   PointSet members;
 
@@ -20,10 +22,14 @@ struct WaveLabels::Wave {
   }
 };
 
-WaveLabels::CompiledEdges::CompiledEdges(const CompiledGraph& compiled) : graph(compiled) {
+WaveLabels::CompiledEdges::CompiledEdges(const CompiledGraph& compiled, Interruption& interruption)
+    : graph(compiled) {
   const auto& points = compiled.structure().points();
   nodes.reserve(points.size());
-  for (std::uint32_t node = 0; node < points.size(); ++node) nodes[points[node].get()] = node;
+  for (std::uint32_t node = 0; node < points.size(); ++node) {
+    if (interruption.now()) return;
+    nodes[points[node].get()] = node;
+  }
 }
 
 void WaveLabels::addStart(const std::shared_ptr<KRVNavPoint>& point, double distance) {
@@ -33,32 +39,42 @@ void WaveLabels::addStart(const std::shared_ptr<KRVNavPoint>& point, double dist
 
 // An interruption between two waves is for the next one to see: it gives up. Stopping here instead
 // would hand out a best path that need not be the cheapest.
-void WaveLabels::run(const Rules& rules) {
-  while (!nodesToCheck_.empty()) wave(rules);
+bool WaveLabels::run(const Rules& rules) {
+  while (!nodesToCheck_.empty()) {
+    if (!wave(rules)) return false;
+  }
+  return true;
 }
 
-void WaveLabels::wave(const Rules& rules) {
-  Wave next;
+bool WaveLabels::wave(const Rules& rules) {
+  Interruption interruption(rules.interrupted);
+  Wave next(rules.compiled ? PointSet::Telling::objects : PointSet::Telling::equality);
   for (const auto& point : nodesToCheck_) {
-    if (rules.interrupted) break;
+    if (interruption.now()) break;
     if (rules.destinations.contains(*point)) continue;
     if (rules.compiled) {
-      expandInArrays(*point, rules, next);
+      expandInArrays(*point, rules, interruption, next);
     } else {
-      expand(*point, rules, next);
+      expand(*point, rules, interruption, next);
     }
   }
-  if (rules.interrupted) {
-    bestPath_.reset();
-    nodesToCheck_.clear();
-  } else {
-    nodesToCheck_ = std::move(next.points);
+  if (interruption.now()) {
+    giveUp();
+    return false;
   }
+  nodesToCheck_ = std::move(next.points);
+  return true;
 }
 
-void WaveLabels::expand(const KRVNavPoint& point, const Rules& rules, Wave& next) {
+void WaveLabels::giveUp() {
+  bestPath_.reset();
+  nodesToCheck_.clear();
+}
+
+void WaveLabels::expand(const KRVNavPoint& point, const Rules& rules, Interruption& interruption,
+                        Wave& next) {
   for (const auto& edge : point.neighbourEdges()) {
-    if (rules.interrupted) return;
+    if (interruption.now()) return;
     if (rules.lookForBarrierFreeRoute && !edge->isBarrierFree()) continue;
     const std::shared_ptr<KRVNavPoint> end = edge->end();
     if (!end) KORVANI_FATAL("an edge of the graph has no end node");
@@ -66,11 +82,13 @@ void WaveLabels::expand(const KRVNavPoint& point, const Rules& rules, Wave& next
   }
 }
 
-void WaveLabels::expandInArrays(const KRVNavPoint& point, const Rules& rules, Wave& next) {
+void WaveLabels::expandInArrays(const KRVNavPoint& point, const Rules& rules,
+                                Interruption& interruption, Wave& next) {
   const GraphStructure& structure = rules.compiled->graph.structure();
   const SearchGraph& graph = rules.compiled->graph.arrays();
   const std::uint32_t node = rules.compiled->nodes.at(&point);
   for (std::uint32_t edge = graph.firstEdge[node]; edge < graph.firstEdge[node + 1]; ++edge) {
+    if (interruption.now()) return;
     if (rules.lookForBarrierFreeRoute && graph.barrierFree[edge] == 0) continue;
     relax(point, structure.points()[graph.target[edge]], graph.cost[edge], rules, next);
   }

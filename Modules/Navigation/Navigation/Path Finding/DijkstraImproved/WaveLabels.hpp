@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "Navigation/Path Finding/Arrays/CompiledGraph.hpp"
+#include "Navigation/Path Finding/Arrays/Interruption.hpp"
 #include "Navigation/Path Finding/DijkstraImproved/PointPath.hpp"
 #include "Navigation/Path Finding/DijkstraImproved/PointSet.hpp"
 
@@ -29,15 +30,18 @@ class WaveLabels {
   using Points = std::vector<std::shared_ptr<KRVNavPoint>>;
 
   // The edges as they were when a graph was compiled. The numbers of its points are its own: those
-  // that the points remember may be of a later form by now.
+  // that the points remember may be of a later form by now. Of no use when the interruption is
+  // seen.
   struct CompiledEdges {
-    explicit CompiledEdges(const CompiledGraph& compiled);
+    CompiledEdges(const CompiledGraph& compiled, Interruption& interruption);
 
     const CompiledGraph& graph;
     std::unordered_map<const KRVNavPoint*, std::uint32_t> nodes;
   };
 
-  // What a search goes by. Without compiled edges the points are asked for theirs.
+  // What a search goes by. Without compiled edges the points are asked for theirs. With them,
+  // points are told apart as objects, which in the graph as it was compiled is the same as
+  // equality; so the destinations must be a set of objects as well.
   struct Rules {
     const PointSet& destinations;
     bool lookForBarrierFreeRoute = false;
@@ -48,14 +52,14 @@ class WaveLabels {
   // Labels a start point, and has the next wave begin with it.
   void addStart(const std::shared_ptr<KRVNavPoint>& point, double distance);
 
-  // Waves until no label improves any more, or the search is given up.
-  void run(const Rules& rules);
+  // Waves until no label improves any more. False when a wave was interrupted.
+  bool run(const Rules& rules);
 
-  // One wave. An interrupted one forgets the best path and leaves no points.
-  void wave(const Rules& rules);
+  // One wave. False when it was interrupted: it has given up then.
+  bool wave(const Rules& rules);
 
-  // Leaves no points for the next wave.
-  void forgetWaiting() { nodesToCheck_.clear(); }
+  // Forgets the best path and leaves no points for the next wave.
+  void giveUp();
 
   // Forgets everything.
   void clear();
@@ -79,8 +83,9 @@ class WaveLabels {
     double distance;
   };
 
-  void expand(const KRVNavPoint& point, const Rules& rules, Wave& next);
-  void expandInArrays(const KRVNavPoint& point, const Rules& rules, Wave& next);
+  void expand(const KRVNavPoint& point, const Rules& rules, Interruption& interruption, Wave& next);
+  void expandInArrays(const KRVNavPoint& point, const Rules& rules, Interruption& interruption,
+                      Wave& next);
   void relax(const KRVNavPoint& point, const std::shared_ptr<KRVNavPoint>& end, double cost,
              const Rules& rules, Wave& next);
   PathIndex appendPath(PathEnd path);
