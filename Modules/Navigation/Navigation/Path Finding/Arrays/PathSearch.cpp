@@ -9,8 +9,9 @@ namespace KorvaniNavigation {
 
 namespace {
 
-// Bounds the memory of a graph's compiled form at 400 bytes a node, with both hierarchies.
-constexpr std::size_t kMostHubsOfFirst = 11;
+// Bounds the memory of all that is prepared at 400 bytes a node and 100 a piece of wall, with both
+// hierarchies and what positions need.
+constexpr std::size_t kMostHubsOfFirst = 5;
 
 // A search in the hierarchy compares starts and targets with each other. From so many on the waves,
 // which are not far from one of them anyhow, are sooner there.
