@@ -5,8 +5,8 @@
 /// For each place of a small hierarchy all that a search upwards from there would find: the places
 /// above it, its hubs, with what the way to them costs.
 ///
-/// With them a query reads a few short lists instead of searching. In buildings of some hundred nodes
-/// a list has about five entries; it grows with the building, so that larger ones do without.
+/// With them a query reads a few short lists instead of searching. In buildings of some hundred
+/// nodes a list has about five entries; it grows with the building, so that larger ones do without.
 ///
 /// A place is a hub of its own, which is not listed. Places with one arc, such as a room behind its
 /// door, and those with two arcs to places that have a list, have none themselves: their hubs are
