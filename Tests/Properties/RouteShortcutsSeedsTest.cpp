@@ -65,6 +65,31 @@ std::optional<CLLocationCoordinate2D> plainFoot(CLLocationCoordinate2D one,
   return coordinate;
 }
 
+// Short edges, whose feet stray most beside them, and positions about as far along as decides.
+TEST(EdgeFootSeeds, AreWhereThePlainFormulaPutsThemNearTheEndsOfShortEdges) {
+  SeededNumbers numbers(13);
+  std::uint64_t found = 0;
+  for (std::uint64_t i = 0; i < kFeet && !testing::Test::HasFailure(); ++i) {
+    const CLLocationCoordinate2D one = moved(somewhere(numbers), numbers.unit() * 900, 0);
+    const double length = 0.5 + numbers.unit() * 8;
+    const double heading = numbers.unit() * 6.3;
+    const double share = (numbers.chance(0.5) ? 1 : 0) + (numbers.unit() - 0.5) * 0.03;
+    const double aside = (numbers.unit() - 0.5) * 0.02 * length;
+    const auto along = [&](double metres, double beside) {
+      return moved(one, metres * std::cos(heading) - beside * std::sin(heading),
+                   metres * std::sin(heading) + beside * std::cos(heading));
+    };
+    const CLLocationCoordinate2D two = along(length, 0);
+    const CLLocationCoordinate2D position = along(share * length, aside);
+    const auto actual = footBetween(MapPlace(one), MapPlace(two), MapPlace(position));
+    const auto expected = plainFoot(one, two, position);
+    ASSERT_EQ(actual.has_value(), expected.has_value()) << "foot " << i;
+    if (expected) ++found;
+  }
+  EXPECT_GT(found, kFeet / 10);
+  EXPECT_LT(found, kFeet * 9 / 10);
+}
+
 TEST(EdgeFootSeeds, AreWhereThePlainFormulaPutsThem) {
   SeededNumbers numbers(11);
   std::uint64_t found = 0;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -14,6 +15,7 @@ using KorvaniNavigation::MKMapPoint;
 using KorvaniNavigation::segmentsMeet;
 using KorvaniNavigation::WallEdge;
 using KorvaniNavigation::WallGrid;
+using KorvaniPlatform::MKCoordinateForMapPoint;
 using KorvaniPlatform::MKMapPointForCoordinate;
 
 namespace {
@@ -287,4 +289,44 @@ TEST(WallGrid, AgreesWithTheFormulaOnInfiniteCoordinates) {
 
 TEST(WallGrid, HoldsLessThanAHundredBytesAnEdge) {
   EXPECT_LT(fiftyWalls().bytes(), 100u * fiftyWalls().edgeCount());
+}
+
+// Long walls that lie aslant pass through most cells.
+TEST(WallGrid, HoldsLessThanAHundredBytesAnEdgeOfWallsAllOverTheLevel) {
+  for (const double length : {10.0, 25.0, 60.0, 200.0}) {
+    std::vector<WallEdge> edges;
+    for (std::uint32_t i = 0; i < 1022; ++i) {
+      const MKMapPoint from{1.4e8 + i * 367 % 1000, 9e7 + i * 593 % 1000};
+      edges.push_back({from, {from.x + length, from.y + (i % 2 == 0 ? length : -length)}, i});
+    }
+    const WallGrid grid(edges);
+    EXPECT_LT(grid.bytes(), 100u * grid.edgeCount()) << length;
+  }
+}
+
+// A line a little aslant goes over from one row of cells to the next far from both of its ends.
+TEST(WallGrid, FindsTheWallWhereALineThatIsNearlyLevelCrossesIntoAnotherRow) {
+  std::vector<WallEdge> edges;
+  const auto at = [](double x, double y) { return MKMapPoint{1.4e8 + x, 9e7 + y}; };
+  for (std::uint32_t i = 0; i <= 400; ++i) {
+    const double x = i % 20 * 5.0;
+    const double y = i / 20 * 5.0;
+    edges.push_back({at(x, y), at(x + 0.5, y + 0.25), i});
+  }
+  const WallGrid grid(edges);
+  std::size_t metCount = 0;
+  for (const double fall : {1e-2, 1e-3, 1e-4, 1e-5}) {
+    for (double y = 0.01; y < 100; y += 0.07) {
+      const auto a = MKCoordinateForMapPoint(at(-2, y));
+      const auto b = MKCoordinateForMapPoint(at(98, y - fall));
+      const MKMapPoint from = MKMapPointForCoordinate(a);
+      const MKMapPoint to = MKMapPointForCoordinate(b);
+      const bool isMet = std::any_of(edges.begin(), edges.end(), [&](const WallEdge& edge) {
+        return segmentsMeet(from, to, edge.from, edge.to);
+      });
+      ASSERT_EQ(grid.meetsAnyBetween(a, b), isMet) << fall << ' ' << y;
+      metCount += isMet ? 1 : 0;
+    }
+  }
+  EXPECT_GT(metCount, 100U);
 }

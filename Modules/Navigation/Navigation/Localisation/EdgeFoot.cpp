@@ -18,7 +18,8 @@ constexpr double kDetourFactor = 1.2;
 /// the formula of the foot loses of the products of coordinates, half a last digit each.
 double strayOf(MKMapPoint one, MKMapPoint two) {
   constexpr double kHalfADigit = 0x1p-53;
-  constexpr double kRoom = 1.5;  // for the other roundings, which are far smaller
+  // For the other roundings, which are far smaller unless the stray is next to nothing.
+  constexpr double kRoom = 1.5;
   return kRoom * kHalfADigit * (std::abs(one.y * two.x) + std::abs(one.x * two.y));
 }
 

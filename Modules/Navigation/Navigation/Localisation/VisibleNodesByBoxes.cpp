@@ -119,9 +119,8 @@ void VisibleNodeSearch::begin() {
 
 std::vector<std::uint32_t> VisibleNodeSearch::run() {
   begin();
-  do {
-    search();
-  } while (putNodesInWedges());
+  search();
+  if (putNodesInWedges()) search();
   settle();
   for (const Candidate& candidate : unknown_) lookAt(candidate);
   std::vector<std::uint32_t> indexes;

@@ -16,8 +16,8 @@
 //
 // Walls that share a corner hide what is behind both, but for the sliver in the direction of the
 // corner. An area is taken as hidden in spite of slivers, and of wider gaps between walls, if the
-// caller sees to the nodes in them: `hidesButForGaps` names these, each once in the life of the
-// object. Most end at another wall not far behind the corner, their lid.
+// caller sees to the nodes in them: `hidesButForGaps` names these, most of them only once in the
+// life of the object. Most end at another wall not far behind the corner, their lid.
 //
 // A few comparisons a question; a wall that is added takes its place among those it overlaps. One
 // thread at a time.

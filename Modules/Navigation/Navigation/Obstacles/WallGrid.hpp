@@ -20,8 +20,8 @@
 // - Where the two are nearer to parallel the formula loses its digits, and may call pieces of one
 //   straight line met that lie far apart. The numerators still have to be small, so that edge and
 //   line lie on one straight line to within 2 * kLeastSine * E. These edges are kept sorted by
-//   direction and offset, and are found by these. A bit for every direction that occurs tells at
-//   once that there are none, as it nearly always does.
+//   direction and offset, and are found by these (WallLines). Two bits tell at once that there are
+//   none, as they nearly always do.
 //
 // Immutable once made, so it may be asked from any number of threads. Making one costs a few
 // hundred nanoseconds an edge; memory is below 100 bytes an edge. A question costs what lies along
