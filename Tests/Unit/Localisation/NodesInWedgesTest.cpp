@@ -157,3 +157,28 @@ TEST(NodesInWedges, BeyondTheReachAreNotLookedFor) {
   EXPECT_GE(found.size(), 9u);
   EXPECT_LE(found.size(), 14u);
 }
+
+// Directions are counted from the axis of x on, and those just short of a full turn end there.
+TEST(NodesInWedges, FindsNodesJustShortOfAFullTurnAmongManyWedges) {
+  const MKMapPoint tip{1.4e8, 9e7};
+  std::vector<CLLocationCoordinate2D> places;
+  const auto add = [&](double x, double y) {
+    places.push_back(MKCoordinateForMapPoint({tip.x + x, tip.y + y}));
+  };
+  for (int i = 0; i < 400; ++i) add(10 + i % 20 * 30.0, 10 + i / 20 * 30.0);
+  for (int i = 0; i < 50; ++i) add(500 + i, -5e-7 * i);
+  const NodeTree tree(places);
+  NodesInWedges wedges(tree, tip);
+  const Wedge shortOfATurn(tip, {1, -1e-8}, {1, 0}, kEndless);
+  for (int i = 0; i < 200; ++i) wedges.add({tip, {0, 1}, {0, 1}, kEndless});
+  wedges.add(shortOfATurn);
+  ASSERT_TRUE(wedges.areMany());
+  const auto found = wedges.take(kEndless);
+  int inside = 0;
+  for (std::uint32_t i = 0; i < tree.countInBoxes(); ++i) {
+    if (!shortOfATurn.reaches(tree.points()[i])) continue;
+    ++inside;
+    EXPECT_NE(std::find(found.begin(), found.end(), i), found.end()) << "node " << i;
+  }
+  EXPECT_GE(inside, 40);
+}

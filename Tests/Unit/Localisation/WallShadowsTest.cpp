@@ -189,6 +189,20 @@ TEST(WallShadows, NamesAllOfAGapOfWhichAViewShowsAPart) {
   }
 }
 
+// A small piece far behind the gap closes most of it, but not for what lies before that piece.
+TEST(WallShadows, NamesAGapAgainOfWhichANearerViewShowsMore) {
+  auto shadows = shadowsFrom(
+      {0, 0}, {{{10, -10}, {10, -0.001}}, {{10, 0.001}, {10, 10}}, {{100, -0.005}, {100, 0.005}}});
+  std::vector<WallShadows::Gap> gaps;
+  ASSERT_TRUE(shadows.hidesButForGaps({200, -1}, {210, 1}, 0.01, gaps));
+  ASSERT_EQ(gaps.size(), 2U);
+  const double narrow = gaps[0].end - gaps[0].start;
+  ASSERT_TRUE(shadows.hidesButForGaps({50, -1}, {60, 1}, 0.01, gaps));
+  ASSERT_EQ(gaps.size(), 2U);
+  EXPECT_GT(gaps[0].end - gaps[0].start, 1.5 * narrow);
+  EXPECT_GT(gaps[1].end - gaps[1].start, 1.5 * narrow);
+}
+
 TEST(WallShadows, WhereANearerWallEndsAnothersShadowASliverIsNamed) {
   auto shadows = cornerWalls();
   gapOf(shadows);
