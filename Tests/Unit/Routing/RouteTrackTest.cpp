@@ -178,6 +178,18 @@ TEST_F(RouteTrackTest, IsOfThePointsAsTheyAreWhenItIsMade) {
   EXPECT_NE(after.place(*position, bundle())->node->coordinate(), building.place(10, 20));
 }
 
+TEST_F(RouteTrackTest, NotesARouteAnewWhenTheStartOrTheEndOfAnyStepHasMoved) {
+  const auto points = corridor();
+  const Route route({Step(points[0], points[1], 10), Step(points[2], points[3], 10)});
+  const auto steps = route.remainingSteps();
+  for (const auto& point : points) {
+    const auto before = RouteNotes::of(*steps->computed());
+    EXPECT_EQ(RouteNotes::of(*steps->computed()), before);
+    point->setLevel(point->level() + 1);
+    EXPECT_NE(RouteNotes::of(*steps->computed()), before);
+  }
+}
+
 TEST_F(RouteTrackTest, LeavesTheHostsOwnPositionsUnwatchedAndSeesThemMoveAllTheSame) {
   const auto person = building.position(0, 0);
   const Route straight = routeOver({person, building.node(0, 30)});
