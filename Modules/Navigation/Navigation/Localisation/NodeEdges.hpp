@@ -20,7 +20,6 @@
 
 namespace KorvaniNavigation {
 
-class KRVNavEdge;
 class KRVNavGraph;
 class KRVNavPoint;
 
